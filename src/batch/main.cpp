@@ -1,0 +1,110 @@
+// tivox-batch: the command-line front end over the same core as the window.
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "batch/batch_command.h"
+
+namespace tivox::batch {
+namespace {
+
+const BatchCommand kCommands[] = {
+    {"help", "", nullptr},
+};
+
+void PrintUsage(std::FILE* out) {
+    std::fprintf(out, "usage: tivox-batch <command> [arguments]\ncommands:\n");
+    for (const auto& c : kCommands)
+        std::fprintf(out, "  %s %s\n", c.name, c.usage);
+}
+
+} // namespace
+
+int UsageError(const BatchCommand& command) {
+    std::fprintf(stderr, "usage: tivox-batch %s %s\n", command.name, command.usage);
+    return kExitUsage;
+}
+
+int UsageError(const char* name) {
+    for (const auto& c : kCommands)
+        if (std::strcmp(c.name, name) == 0)
+            return UsageError(c);
+    PrintUsage(stderr);
+    return kExitUsage;
+}
+
+bool TakeOption(Args& args, const std::string& name, std::string& value) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] != name)
+            continue;
+        if (i + 1 >= args.size())
+            return false;
+        value = args[i + 1];
+        args.erase(args.begin() + long(i), args.begin() + long(i) + 2);
+        return true;
+    }
+    return false;
+}
+
+bool TakeFlag(Args& args, const std::string& name) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == name) {
+            args.erase(args.begin() + long(i));
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ParseInt(const std::string& text, int& value) {
+    if (text.empty())
+        return false;
+    char* end = nullptr;
+    const long v = std::strtol(text.c_str(), &end, 10);
+    if (*end != '\0' || v < -2147483647L || v > 2147483647L)
+        return false;
+    value = int(v);
+    return true;
+}
+
+bool ParseFloat(const std::string& text, double& value) {
+    if (text.empty())
+        return false;
+    char* end = nullptr;
+    value = std::strtod(text.c_str(), &end);
+    return *end == '\0';
+}
+
+bool ParseSize(const std::string& text, int& width, int& height) {
+    const auto x = text.find('x');
+    if (x == std::string::npos)
+        return false;
+    return ParseInt(text.substr(0, x), width) && ParseInt(text.substr(x + 1), height) &&
+           width > 0 && height > 0;
+}
+
+} // namespace tivox::batch
+
+int main(int argc, char** argv) {
+    using namespace tivox::batch;
+    if (argc < 2) {
+        PrintUsage(stderr);
+        return kExitUsage;
+    }
+    const std::string name = argv[1];
+    if (name == "help" || name == "--help" || name == "-h") {
+        PrintUsage(stdout);
+        return kExitOk;
+    }
+    for (const auto& c : kCommands) {
+        if (name == c.name && c.run) {
+            Args args(argv + 2, argv + argc);
+            return c.run(args);
+        }
+    }
+    std::fprintf(stderr, "tivox-batch: unknown command '%s'\n", name.c_str());
+    PrintUsage(stderr);
+    return kExitUsage;
+}
