@@ -69,8 +69,8 @@ private:
     void ParseComment(const SectionEntry& section);
     void StoreTag(unsigned tag, int format, std::uint32_t components, std::uint8_t* value,
                   std::uint32_t byteCount, const std::uint8_t* end, ExifRecord* target);
-    bool FollowLink(std::uint8_t* target, std::uint8_t* base, std::uint32_t length,
-                    ExifRecord* record, int depth);
+    void StoreUserComment(std::uint8_t* value, std::uint32_t byteCount, const std::uint8_t* end,
+                          ExifRecord* target);
 
     std::unique_ptr<ExifRecord> ownedRecord_;
     // Directories already walked in the current EXIF section, by offset from

@@ -68,6 +68,8 @@ Bytes MakeJpeg(const TestJpegOptions& options);
 
 // Only the pixels, as TurboJPEG writes them (with its JFIF APP0).
 Bytes EncodePixels(const TestJpegOptions& options);
+// A small gradient picture of that size, as a thumbnail would be.
+Bytes SmallJpeg(int width, int height);
 
 // The bytes of one section: padding, 0xFF, marker, length, payload.
 Bytes SegmentBytes(const Segment& segment);

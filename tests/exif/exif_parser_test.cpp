@@ -1,0 +1,471 @@
+// The EXIF directory parser: tag conversions, order-dependent tags, byte
+// orders, directory structure and every refusal.
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstring>
+#include <string>
+
+#include "exif/exif_record_text.h"
+#include "read_bytes.h"
+
+namespace tivox::test {
+namespace {
+
+struct Parsed {
+    bool ok = false;
+    std::string error;
+    ExifRecord record{};
+};
+
+// Parses the APP1 payload of the directory tree, as the marker loop would.
+Parsed ParsePayload(Bytes payload) {
+    Parsed p;
+    CExifReader reader(&p.record);
+    p.ok = reader.ParseExifSection(payload.data(), int(payload.size()) + 2);
+    p.error = reader.lastError;
+    p.record.ThumbnailData = nullptr; // points into the payload, gone soon
+    return p;
+}
+
+Parsed Parse(const TiffIfd& ifd0, ByteOrder order = ByteOrder::Little) {
+    TiffOptions options;
+    options.order = order;
+    return ParsePayload(ExifPayload(ifd0, options));
+}
+
+// Most tags live in the Exif sub-directory of a camera file.
+TiffIfd InExif(TiffIfd exif) {
+    return TiffIfd().Ascii(0x010F, "Make").Sub(0x8769, std::move(exif));
+}
+
+std::uint32_t Bits(float f) {
+    return std::bit_cast<std::uint32_t>(f);
+}
+
+TEST(ExifParser, FloatFieldsFromTheirTags) {
+    struct Case {
+        const char* name;
+        TiffIfd ifd;
+        float ExifRecord::*field;
+        float expected;
+    };
+    const Case cases[] = {
+        {"ExposureTime 10/600", TiffIfd().Rational(0x829A, 10, 600), &ExifRecord::ExposureTime,
+         0.016666668f},
+        {"ShutterSpeedValue 6 alone", TiffIfd().SRational(0x9201, 6, 1), &ExifRecord::ExposureTime,
+         0.015625f},
+        {"ExposureTime before ShutterSpeedValue",
+         TiffIfd().Rational(0x829A, 1, 100).SRational(0x9201, 6, 1), &ExifRecord::ExposureTime,
+         0.01f},
+        {"ExposureTime after ShutterSpeedValue overwrites",
+         TiffIfd().SRational(0x9201, 6, 1).Rational(0x829A, 1, 100), &ExifRecord::ExposureTime,
+         0.01f},
+        {"FNumber 28/10", TiffIfd().Rational(0x829D, 28, 10), &ExifRecord::ApertureFNumber, 2.8f},
+        {"ApertureValue 3", TiffIfd().Rational(0x9202, 3, 1), &ExifRecord::ApertureFNumber,
+         2.828427f},
+        {"FNumber 0/0 lets ApertureValue set it",
+         TiffIfd().Rational(0x829D, 0, 0).Rational(0x9202, 3, 1), &ExifRecord::ApertureFNumber,
+         2.828427f},
+        {"ApertureValue beats a later MaxApertureValue",
+         TiffIfd().Rational(0x9202, 3, 1).Rational(0x9205, 2, 1), &ExifRecord::ApertureFNumber,
+         2.828427f},
+        {"MaxApertureValue alone", TiffIfd().Rational(0x9205, 2, 1), &ExifRecord::ApertureFNumber,
+         2.0f},
+        {"FocalLength", TiffIfd().Rational(0x920A, 78, 10), &ExifRecord::FocalLength, 7.8f},
+        {"SubjectDistance", TiffIfd().Rational(0x9206, 3, 2), &ExifRecord::Distance, 1.5f},
+        {"ExposureBias signed", TiffIfd().SRational(0x9204, -1, 3), &ExifRecord::ExposureBias,
+         -0.33333334f},
+        {"RATIONAL numerator read signed", TiffIfd().Rational(0x9204, 0xFFFFFFFE, 2),
+         &ExifRecord::ExposureBias, -1.0f},
+        {"Brightness as SSHORT", TiffIfd().SShort(0x9203, {-7}), &ExifRecord::Brightness, -7.0f},
+        {"Brightness as SBYTE", TiffIfd().SByte(0x9203, {-3}), &ExifRecord::Brightness, -3.0f},
+        {"Brightness as SLONG", TiffIfd().SLong(0x9203, {-70000}), &ExifRecord::Brightness,
+         -70000.0f},
+        {"Brightness as BYTE", TiffIfd().Byte(0x9203, {200}), &ExifRecord::Brightness, 200.0f},
+        {"Brightness as FLOAT", TiffIfd().Float(0x9203, 3.5f), &ExifRecord::Brightness, 3.5f},
+        {"Brightness as DOUBLE", TiffIfd().Double(0x9203, -2.25), &ExifRecord::Brightness, -2.25f},
+        {"a number stored as text reads 0", TiffIfd().Ascii(0x9203, "12"), &ExifRecord::Brightness,
+         0.0f},
+        {"format 0 reads 0", TiffIfd().Raw(0x9203, 0, 5, {1, 2, 3, 4}), &ExifRecord::Brightness,
+         0.0f},
+        {"only the first component counts", TiffIfd().Short(0x9203, {5, 6, 7}),
+         &ExifRecord::Brightness, 5.0f},
+        {"FocalPlaneXResolution", TiffIfd().Rational(0xA20E, 8100, 1), &ExifRecord::FocalplaneXRes,
+         8100.0f},
+        {"FocalPlaneYResolution", TiffIfd().Rational(0xA20F, 300, 1), &ExifRecord::FocalplaneYRes,
+         300.0f},
+    };
+    for (const Case& c : cases) {
+        for (ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
+            if (order == ByteOrder::Big && std::strstr(c.name, "FLOAT"))
+                continue; // read little-endian always; see below
+            if (order == ByteOrder::Big && std::strstr(c.name, "DOUBLE"))
+                continue;
+            const Parsed p = Parse(InExif(c.ifd), order);
+            EXPECT_TRUE(p.ok) << c.name;
+            EXPECT_FLOAT_EQ(p.record.*c.field, c.expected) << c.name;
+        }
+    }
+}
+
+TEST(ExifParser, WholeNumberFieldsFromTheirTags) {
+    struct Case {
+        const char* name;
+        TiffIfd ifd;
+        std::int32_t ExifRecord::*field;
+        std::int32_t expected;
+    };
+    const Case cases[] = {
+        {"Flash 0x10 not fired", TiffIfd().Short(0x9209, {0x10}), &ExifRecord::FlashUsed, 0},
+        {"Flash 0x19 fired", TiffIfd().Short(0x9209, {0x19}), &ExifRecord::FlashUsed, 1},
+        {"Flash 8", TiffIfd().Short(0x9209, {8}), &ExifRecord::FlashUsed, 0},
+        {"Flash 1", TiffIfd().Short(0x9209, {1}), &ExifRecord::FlashUsed, 1},
+        {"Flash 7", TiffIfd().Short(0x9209, {7}), &ExifRecord::FlashUsed, 1},
+        {"ISO 2 in units of 200", TiffIfd().Short(0x8827, {2}), &ExifRecord::ISOequivalent, 400},
+        {"ISO 49", TiffIfd().Short(0x8827, {49}), &ExifRecord::ISOequivalent, 9800},
+        {"ISO 50", TiffIfd().Short(0x8827, {50}), &ExifRecord::ISOequivalent, 50},
+        {"ISO 0", TiffIfd().Short(0x8827, {0}), &ExifRecord::ISOequivalent, 0},
+        {"Orientation 6", TiffIfd().Short(0x0112, {6}), &ExifRecord::Orientation, 6},
+        {"Orientation 9", TiffIfd().Short(0x0112, {9}), &ExifRecord::Orientation, 0},
+        {"Orientation 0", TiffIfd().Short(0x0112, {0}), &ExifRecord::Orientation, 0},
+        {"ExposureProgram", TiffIfd().Short(0x8822, {2}), &ExifRecord::ExposureProgram, 2},
+        {"MeteringMode", TiffIfd().Short(0x9207, {5}), &ExifRecord::MeteringMode, 5},
+        {"LightSource", TiffIfd().Short(0x9208, {3}), &ExifRecord::Whitebalance, 3},
+        {"CompressedBitsPerPixel truncated", TiffIfd().Rational(0x9102, 37, 10),
+         &ExifRecord::CompressionLevel, 3},
+        {"whole numbers truncate towards zero", TiffIfd().SRational(0x9207, -37, 10),
+         &ExifRecord::MeteringMode, -3},
+        {"LONG read unsigned, out of range", TiffIfd().Long(0x9207, {0xFFFFFFFF}),
+         &ExifRecord::MeteringMode, INT32_MIN},
+    };
+    for (const Case& c : cases) {
+        for (ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
+            const Parsed p = Parse(InExif(c.ifd), order);
+            EXPECT_TRUE(p.ok) << c.name;
+            EXPECT_EQ(p.record.*c.field, c.expected) << c.name;
+        }
+    }
+}
+
+TEST(ExifParser, UndefinedRotationKeepsTheSection) {
+    const Parsed p = Parse(TiffIfd().Short(0x0112, {9}).Ascii(0x010F, "After"));
+    EXPECT_TRUE(p.ok);
+    EXPECT_EQ(p.error, "Undefined rotation value");
+    EXPECT_EQ(p.record.Orientation, 0);
+    EXPECT_STREQ(p.record.CameraMake, "After");
+}
+
+TEST(ExifParser, UnitTableGivesInchesPerUnit) {
+    struct Case {
+        std::uint16_t unit;
+        std::uint32_t bits; // 0: field left at zero
+    };
+    const Case cases[] = {{1, 0x3F800000}, {2, 0x3F800000}, {3, 0x3EC99326}, {4, 0x3D214285},
+                          {5, 0x3825214D}, {6, 0},          {0, 0}};
+    for (const Case& c : cases) {
+        const Parsed p =
+            Parse(TiffIfd().Short(0x0128, {c.unit}).Sub(0x8769, TiffIfd().Short(0xA210, {c.unit})));
+        EXPECT_EQ(Bits(p.record.ResolutionUnit), c.bits) << c.unit;
+        EXPECT_EQ(Bits(p.record.FocalplaneUnits), c.bits) << c.unit;
+    }
+}
+
+TEST(ExifParser, SensorWidth) {
+    struct Case {
+        const char* name;
+        TiffIfd exif;
+        float expected;
+    };
+    const Case cases[] = {
+        {"2272 pixels at 2272/0.28 per inch",
+         TiffIfd()
+             .Long(0xA002, {2272})
+             .Long(0xA003, {1704})
+             .Rational(0xA20E, 227200, 28)
+             .Short(0xA210, {2}),
+         0.28f},
+        {"the greater dimension counts",
+         TiffIfd()
+             .Long(0xA002, {1704})
+             .Long(0xA003, {2272})
+             .Rational(0xA20E, 227200, 28)
+             .Short(0xA210, {2}),
+         0.28f},
+        {"no resolution", TiffIfd().Long(0xA002, {2272}).Short(0xA210, {2}), 0.0f},
+        {"no unit", TiffIfd().Long(0xA002, {2272}).Rational(0xA20E, 227200, 28), 0.0f},
+        {"no pixel dimension", TiffIfd().Rational(0xA20E, 227200, 28).Short(0xA210, {2}), 0.0f},
+    };
+    for (const Case& c : cases)
+        EXPECT_FLOAT_EQ(Parse(InExif(c.exif)).record.CCDWidth, c.expected) << c.name;
+}
+
+TEST(ExifParser, Texts) {
+    const std::string longMake(40, 'M');
+    const std::string longModel(50, 'm');
+    TiffIfd exif;
+    exif.Undefined(0x9000, {'0', '2', '2', '0'}).Ascii(0x9003, "2004:04:23 15:00:53");
+    const Parsed p =
+        Parse(TiffIfd().Ascii(0x010F, longMake).Ascii(0x0110, longModel).Sub(0x8769, exif));
+    EXPECT_EQ(std::string(p.record.CameraMake), std::string(31, 'M'));
+    EXPECT_EQ(std::string(p.record.CameraModel), std::string(39, 'm'));
+    EXPECT_STREQ(p.record.Version, "0220");
+    EXPECT_STREQ(p.record.DateTime, "2004:04:23 15:00:53");
+
+    // Four bytes stand in the entry, five behind an offset: both read alike.
+    EXPECT_STREQ(Parse(TiffIfd().Ascii(0x010F, "abc")).record.CameraMake, "abc");
+    EXPECT_STREQ(Parse(TiffIfd().Ascii(0x010F, "abcd")).record.CameraMake, "abcd");
+    // A text without components is no text.
+    EXPECT_STREQ(Parse(TiffIfd().Raw(0x010F, 2, 0, {'x', 0})).record.CameraMake, "");
+}
+
+TEST(ExifParser, UserComment) {
+    struct Case {
+        const char* name;
+        Bytes value;
+        std::string expected;
+    };
+    auto bytes = [](const std::string& s) { return Bytes(s.begin(), s.end()); };
+    const Case cases[] = {
+        {"ASCII, padding, word, spaces", bytes(std::string("ASCII\0\0\0word   ", 15)), "word"},
+        {"ASCII with only spaces", bytes("ASCII     "), ""},
+        {"ASCII, five zero bytes", bytes(std::string("ASCII\0\0\0\0\0late", 14)), ""},
+        {"no code, trailing spaces", bytes("plain  "), "plain"},
+        {"another code is copied up to its zero", bytes(std::string("UNICODE\0h\0i\0", 12)),
+         "UNICODE"},
+        {"eight zero bytes", bytes(std::string(8, '\0') + "text"), ""},
+        {"all spaces", bytes("        "), ""},
+        {"long comment cut", bytes(std::string(300, 'c')), std::string(199, 'c')},
+    };
+    for (const Case& c : cases) {
+        const Parsed p = Parse(InExif(TiffIfd().Undefined(0x9286, c.value)));
+        EXPECT_EQ(std::string(p.record.Comments), c.expected) << c.name;
+    }
+}
+
+TEST(ExifParser, ByteOrdersGiveTheSameRecordButForFloats) {
+    CameraExif camera;
+    camera.pixelWidth = 2048;
+    camera.pixelHeight = 1536;
+    TiffIfd ifd = CameraIfd(camera);
+    ifd.Float(0x9203, 2.5f);
+    const Parsed little = Parse(ifd, ByteOrder::Little);
+    const Parsed big = Parse(ifd, ByteOrder::Big);
+    ASSERT_TRUE(little.ok && big.ok);
+    EXPECT_FLOAT_EQ(little.record.Brightness, 2.5f);
+    // Big-endian file bytes taken little-endian.
+    EXPECT_EQ(Bits(big.record.Brightness), __builtin_bswap32(Bits(2.5f)));
+    ExifRecord a = little.record;
+    ExifRecord b = big.record;
+    a.Brightness = b.Brightness = 0;
+    EXPECT_EQ(RecordFieldsText(a), RecordFieldsText(b));
+    EXPECT_STREQ(a.CameraMake, "Acme Imaging");
+    EXPECT_STREQ(a.DateTime, "2004:04:23 15:00:53");
+    EXPECT_EQ(a.ISOequivalent, 100);
+}
+
+TEST(ExifParser, HeaderRefusals) {
+    struct Case {
+        const char* name;
+        std::size_t at;
+        Bytes bytes;
+        const char* error; // nullptr: accepted
+    };
+    const Case cases[] = {
+        {"header", 5, {1}, "Incorrect Exif header"},
+        {"alignment", 6, {'I', 'M'}, "Invalid Exif alignment marker."},
+        {"magic", 8, {43, 0}, "Invalid Exif start (1)"},
+        {"first offset 7", 10, {7, 0, 0, 0}, "Suspicious offset of first IFD value"},
+        {"first offset 17", 10, {17, 0, 0, 0}, "Suspicious offset of first IFD value"},
+        {"first offset 8", 10, {8, 0, 0, 0}, nullptr},
+        {"first offset 16", 10, {16, 0, 0, 0}, nullptr},
+    };
+    for (const Case& c : cases) {
+        Bytes payload = ExifPayload(TiffIfd().Ascii(0x010F, "Cam"));
+        std::copy(c.bytes.begin(), c.bytes.end(), payload.begin() + long(c.at));
+        const Parsed p = ParsePayload(payload);
+        EXPECT_EQ(p.ok, c.error == nullptr) << c.name;
+        EXPECT_EQ(p.error, c.error ? c.error : "") << c.name;
+        // Accepted offsets still read the directory at offset 8.
+        EXPECT_STREQ(p.record.CameraMake, c.error ? "" : "Cam") << c.name;
+    }
+    // Payloads too short for their header fields.
+    const Bytes full = ExifPayload(TiffIfd());
+    const char* shortErrors[] = {"Incorrect Exif header",
+                                 "Incorrect Exif header",
+                                 "Invalid Exif alignment marker.",
+                                 "Invalid Exif start (1)",
+                                 "Suspicious offset of first IFD value",
+                                 "Illegally sized directory"};
+    for (std::size_t n : {0, 5, 7, 9, 13, 15}) {
+        const Parsed p = ParsePayload(Truncated(full, n));
+        EXPECT_FALSE(p.ok) << n;
+        const std::size_t index = n == 0    ? 0
+                                  : n == 5  ? 1
+                                  : n == 7  ? 2
+                                  : n == 9  ? 3
+                                  : n == 13 ? 4
+                                            : 5;
+        EXPECT_EQ(p.error, shortErrors[index]) << n;
+    }
+}
+
+TEST(ExifParser, ValueBounds) {
+    // The Make value of 8 bytes, placed by hand at the very end of the data.
+    auto withOffset = [](std::int64_t delta) {
+        TiffIfd ifd;
+        ifd.Short(0x0112, {3});
+        const Bytes probe = BuildTiff(TiffIfd(ifd).RawOffset(0x010F, 2, 8, 0));
+        const auto length = std::uint32_t(probe.size() + 8); // 8 text bytes appended
+        ifd.RawOffset(0x010F, 2, 8, std::uint32_t(std::int64_t(length) - 8 + delta));
+        Bytes payload = ExifPayload(ifd);
+        for (char c : std::string("Edgecam"))
+            payload.push_back(std::uint8_t(c));
+        payload.push_back(0);
+        return ParsePayload(payload);
+    };
+    const Parsed edge = withOffset(0);
+    EXPECT_TRUE(edge.ok);
+    EXPECT_STREQ(edge.record.CameraMake, "Edgecam");
+    const Parsed beyond = withOffset(1);
+    EXPECT_FALSE(beyond.ok);
+    EXPECT_EQ(beyond.error, "Illegal pointer offset value in EXIF.");
+    EXPECT_EQ(beyond.record.Orientation, 3); // entries before the failure stay
+
+    // Counts that would wrap a 32-bit sum are refused too.
+    const Parsed huge = Parse(TiffIfd().RawOffset(0x010F, 5, 0x20000000, 16));
+    EXPECT_EQ(huge.error, "Illegal pointer offset value in EXIF.");
+}
+
+TEST(ExifParser, DirectoryRefusals) {
+    struct Case {
+        const char* name;
+        TiffIfd ifd;
+        bool ok;
+        const char* error;
+    };
+    const Case cases[] = {
+        {"count beyond the data", TiffIfd().Short(0x0112, {3}).CountField(200), false,
+         "Illegally sized directory"},
+        {"format code 13", TiffIfd().Short(0x0112, {3}).Raw(0x0110, 13, 1, {}), false,
+         "Illegal format code in EXIF dir"},
+        {"link beyond the data", TiffIfd().Short(0x0112, {3}).RawLink(5000), false,
+         "Illegal subdirectory link"},
+        {"sub-directory beyond the data", TiffIfd().Short(0x0112, {3}).Long(0x8769, {5000}), false,
+         "Illegal subdirectory link"},
+        {"failure inside the sub-directory",
+         TiffIfd().Short(0x0112, {3}).Sub(0x8769, TiffIfd().Short(0x8827, {100}).CountField(900)),
+         true, "Illegally sized directory"},
+        {"sub-directory linking to itself", TiffIfd().Short(0x0112, {3}).Long(0x8769, {8}), true,
+         "EXIF directory linked twice"},
+        {"next link to itself", TiffIfd().Short(0x0112, {3}).RawLink(8), true,
+         "EXIF directory linked twice"},
+        {"interop directory at the end of data", TiffIfd().Short(0x0112, {3}).Long(0xA005, {38}),
+         true, "Illegally sized directory"},
+    };
+    for (const Case& c : cases) {
+        const Parsed p = Parse(c.ifd);
+        EXPECT_EQ(p.ok, c.ok) << c.name;
+        EXPECT_EQ(p.error, c.error) << c.name;
+        // Only a refused count loses the entries; the others keep them.
+        if (std::string(c.error) != "Illegally sized directory" || c.ok) {
+            EXPECT_EQ(p.record.Orientation, 3) << c.name;
+        }
+    }
+}
+
+TEST(ExifParser, SubDirectoryFailureKeepsTheRest) {
+    TiffIfd bad;
+    bad.Short(0x8827, {200}).Raw(0x9207, 99, 1, {});
+    const Parsed p = Parse(TiffIfd().Sub(0x8769, bad).Ascii(0x010F, "After"));
+    EXPECT_TRUE(p.ok);
+    EXPECT_EQ(p.error, "Illegal format code in EXIF dir");
+    EXPECT_EQ(p.record.ISOequivalent, 200);
+    EXPECT_STREQ(p.record.CameraMake, "After");
+}
+
+TEST(ExifParser, LinkedDirectories) {
+    // An empty directory is legal and its link is followed; the later
+    // directory wins for resolutions.
+    const Parsed p = Parse(TiffIfd().Next(TiffIfd().Ascii(0x010F, "Linked")));
+    EXPECT_TRUE(p.ok);
+    EXPECT_STREQ(p.record.CameraMake, "Linked");
+
+    const Parsed later =
+        Parse(TiffIfd().Rational(0x011A, 72, 1).Next(TiffIfd().Rational(0x011A, 180, 1)));
+    EXPECT_FLOAT_EQ(later.record.Xresolution, 180.0f);
+
+    // A directory whose link would lie beyond the data has no link.
+    Bytes payload = ExifPayload(TiffIfd().Ascii(0x010F, "Cut"));
+    payload.resize(payload.size() - 4);
+    const Parsed cut = ParsePayload(payload);
+    EXPECT_TRUE(cut.ok);
+    EXPECT_STREQ(cut.record.CameraMake, "Cut");
+}
+
+TEST(ExifParser, DeepAndWideStructuresAreBounded) {
+    TiffIfd chain = TiffIfd().Short(0x8827, {100});
+    for (int i = 0; i < 200; ++i)
+        chain = TiffIfd().Short(0x9207, {std::uint16_t(i)}).Next(std::move(chain));
+    const Parsed deep = Parse(chain);
+    EXPECT_TRUE(deep.ok);
+    EXPECT_EQ(deep.error, "Too many EXIF directories");
+    EXPECT_EQ(deep.record.ISOequivalent, 0); // never reached
+
+    // Many entries all pointing at the same directory walk it once.
+    TiffIfd wide;
+    for (int i = 0; i < 2000; ++i)
+        wide.Long(0x8769, {8});
+    const Parsed fan = Parse(wide);
+    EXPECT_TRUE(fan.ok);
+}
+
+TEST(ExifParser, ThumbnailReference) {
+    CameraExif camera;
+    camera.thumbnail = SmallJpeg(24, 16);
+    Bytes payload = CameraExifPayload(camera);
+    CExifReader reader(nullptr);
+    ASSERT_TRUE(ReadBytes(reader, ExifHead(payload)));
+    const ExifRecord& r = *reader.record;
+    ASSERT_EQ(r.ThumbnailSize, int(camera.thumbnail.size()));
+    ASSERT_NE(r.ThumbnailData, nullptr);
+    EXPECT_EQ(std::memcmp(r.ThumbnailData, camera.thumbnail.data(), camera.thumbnail.size()), 0);
+    EXPECT_FLOAT_EQ(r.Xresolution, 180.0f); // the thumbnail directory came later
+
+    // Offset and size in different directories set nothing.
+    TiffIfd split = TiffIfd().Long(0x0201, {8}).Next(TiffIfd().Long(0x0202, {4}));
+    CExifReader other(nullptr);
+    ASSERT_TRUE(ReadBytes(other, ExifHead(ExifPayload(split))));
+    EXPECT_EQ(other.record->ThumbnailSize, 0);
+    EXPECT_EQ(other.record->ThumbnailData, nullptr);
+
+    // A thumbnail reaching beyond the data is no thumbnail.
+    CExifReader beyond(nullptr);
+    ASSERT_TRUE(ReadBytes(
+        beyond, ExifHead(ExifPayload(TiffIfd().Long(0x0201, {8}).Long(0x0202, {100000})))));
+    EXPECT_EQ(beyond.record->ThumbnailData, nullptr);
+}
+
+TEST(ExifParser, SecondExifSectionOverwritesWhatItTouches) {
+    const Bytes first = ExifPayload(TiffIfd().Ascii(0x010F, "First").Ascii(0x0110, "Model"));
+    const Bytes second = ExifPayload(TiffIfd().Ascii(0x010F, "Second"));
+    const Bytes broken = Truncated(second, 9);
+    std::vector<Segment> segments = {Segment{0xE1, first, {}, 0}, Segment{0xE1, second, {}, 0}};
+    for (const Segment& s : FrameAndScan(8, 8))
+        segments.push_back(s);
+    CExifReader reader(nullptr);
+    ASSERT_TRUE(ReadBytes(reader, JpegHead(segments)));
+    EXPECT_STREQ(reader.record->CameraMake, "Second");
+    EXPECT_STREQ(reader.record->CameraModel, "Model");
+    EXPECT_TRUE(reader.record->IsExif);
+
+    segments[1].payload = broken;
+    CExifReader last(nullptr);
+    ASSERT_TRUE(ReadBytes(last, JpegHead(segments)));
+    EXPECT_STREQ(last.record->CameraMake, "First");
+    EXPECT_FALSE(last.record->IsExif); // the last section decides
+}
+
+} // namespace
+} // namespace tivox::test

@@ -1,0 +1,243 @@
+// Test JPEG files: pixels through TurboJPEG, sections put together by hand.
+
+#include "support/test_jpeg.h"
+
+#include <turbojpeg.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+namespace tivox::test {
+
+namespace {
+
+std::vector<std::uint8_t> Pixels(const TestJpegOptions& o, int channels) {
+    std::vector<std::uint8_t> pixels(std::size_t(o.width) * std::size_t(o.height) *
+                                     std::size_t(channels));
+    std::uint32_t state = o.seed ? o.seed : 1;
+    std::size_t i = 0;
+    for (int y = 0; y < o.height; ++y) {
+        for (int x = 0; x < o.width; ++x) {
+            std::uint8_t rgb[3] = {0, 0, 0};
+            switch (o.pattern) {
+            case Pattern::Gradient:
+                rgb[0] = std::uint8_t(o.width > 1 ? x * 255 / (o.width - 1) : 0);
+                rgb[1] = std::uint8_t(o.height > 1 ? y * 255 / (o.height - 1) : 0);
+                rgb[2] = 96;
+                break;
+            case Pattern::Checker: {
+                const std::uint8_t v = ((x / 8) + (y / 8)) % 2 ? 255 : 0;
+                rgb[0] = rgb[1] = rgb[2] = v;
+                break;
+            }
+            case Pattern::Solid:
+                rgb[0] = std::uint8_t(o.solid >> 16);
+                rgb[1] = std::uint8_t(o.solid >> 8);
+                rgb[2] = std::uint8_t(o.solid);
+                break;
+            case Pattern::Noise:
+                for (auto& c : rgb) {
+                    state = state * 1664525u + 1013904223u;
+                    c = std::uint8_t(state >> 24);
+                }
+                break;
+            }
+            if (channels == 1) {
+                pixels[i++] = std::uint8_t((rgb[0] * 77 + rgb[1] * 150 + rgb[2] * 29) >> 8);
+            } else {
+                pixels[i++] = rgb[0];
+                pixels[i++] = rgb[1];
+                pixels[i++] = rgb[2];
+            }
+        }
+    }
+    return pixels;
+}
+
+void Append(Bytes& to, const Bytes& from) {
+    to.insert(to.end(), from.begin(), from.end());
+}
+
+struct TjHandle {
+    tjhandle handle;
+    ~TjHandle() {
+        if (handle)
+            tjDestroy(handle);
+    }
+};
+
+} // namespace
+
+Bytes EncodePixels(const TestJpegOptions& o) {
+    if (o.width <= 0 || o.height <= 0)
+        return {};
+    TjHandle tj{tjInitCompress()};
+    if (!tj.handle)
+        return {};
+    const int channels = o.grayscale ? 1 : 3;
+    const std::vector<std::uint8_t> pixels = Pixels(o, channels);
+    unsigned char* jpeg = nullptr;
+    unsigned long size = 0;
+    const int flags = o.progressive ? TJFLAG_PROGRESSIVE : 0;
+    const int rc = tjCompress2(tj.handle, pixels.data(), o.width, 0, o.height,
+                               o.grayscale ? TJPF_GRAY : TJPF_RGB, &jpeg, &size,
+                               o.grayscale ? TJSAMP_GRAY : TJSAMP_420, o.quality, flags);
+    Bytes out;
+    if (rc == 0)
+        out.assign(jpeg, jpeg + size);
+    tjFree(jpeg);
+    return out;
+}
+
+Bytes SmallJpeg(int width, int height) {
+    TestJpegOptions o;
+    o.width = width;
+    o.height = height;
+    return EncodePixels(o);
+}
+
+Bytes MakeJpeg(const TestJpegOptions& o) {
+    const Bytes encoded = EncodePixels(o);
+    if (encoded.size() < 4)
+        return {};
+    Bytes out = {0xFF, 0xD8};
+    if (!o.exif.empty())
+        Append(out, SegmentBytes(Segment{0xE1, o.exif, {}, 0}));
+    for (const std::string& c : o.comments)
+        Append(out, SegmentBytes(Segment{0xFE, Bytes(c.begin(), c.end()), {}, 0}));
+    for (const Segment& s : o.extra)
+        Append(out, SegmentBytes(s));
+
+    // Cameras write no JFIF section beside their EXIF section.
+    std::size_t rest = 2;
+    if (!o.exif.empty() && !o.keepJfif && encoded[2] == 0xFF && encoded[3] == 0xE0 &&
+        encoded.size() > 6)
+        rest = 4 + std::size_t(encoded[4] << 8 | encoded[5]);
+    out.insert(out.end(), encoded.begin() + long(rest), encoded.end());
+    return out;
+}
+
+Bytes SegmentBytes(const Segment& s) {
+    Bytes out(std::size_t(s.padding), 0xFF);
+    out.push_back(0xFF);
+    out.push_back(s.marker);
+    const int length = s.lengthField.value_or(int(s.payload.size()) + 2);
+    out.push_back(std::uint8_t(length >> 8));
+    out.push_back(std::uint8_t(length));
+    Append(out, s.payload);
+    return out;
+}
+
+Bytes JpegHead(const std::vector<Segment>& segments) {
+    Bytes out = {0xFF, 0xD8};
+    for (const Segment& s : segments)
+        Append(out, SegmentBytes(s));
+    return out;
+}
+
+std::vector<Segment> FrameAndScan(int width, int height, int components, std::uint8_t frameMarker) {
+    Bytes frame = {8,
+                   std::uint8_t(height >> 8),
+                   std::uint8_t(height),
+                   std::uint8_t(width >> 8),
+                   std::uint8_t(width),
+                   std::uint8_t(components)};
+    for (int c = 0; c < components; ++c) {
+        frame.push_back(std::uint8_t(c + 1));
+        frame.push_back(c == 0 ? 0x22 : 0x11);
+        frame.push_back(c == 0 ? 0 : 1);
+    }
+    Bytes scan = {std::uint8_t(components)};
+    for (int c = 0; c < components; ++c) {
+        scan.push_back(std::uint8_t(c + 1));
+        scan.push_back(c == 0 ? 0x00 : 0x11);
+    }
+    scan.insert(scan.end(), {0, 63, 0});
+    return {Segment{frameMarker, frame, {}, 0}, Segment{0xDA, scan, {}, 0}};
+}
+
+TiffIfd CameraIfd(const CameraExif& e) {
+    TiffIfd exif;
+    exif.Rational(0x829A, 10, 600)
+        .Rational(0x829D, 28, 10)
+        .Short(0x8822, {2})
+        .Short(0x8827, {100})
+        .Undefined(0x9000, {'0', '2', '1', '0'});
+    if (!e.dateTimeOriginal.empty())
+        exif.Ascii(0x9003, e.dateTimeOriginal);
+    exif.Rational(0x9102, 4, 1)
+        .SRational(0x9204, -1, 3)
+        .Short(0x9207, {5})
+        .Short(0x9209, {0x10})
+        .Rational(0x920A, 78, 10);
+    if (e.pixelWidth && e.pixelHeight)
+        exif.Long(0xA002, {e.pixelWidth}).Long(0xA003, {e.pixelHeight});
+
+    TiffIfd ifd0;
+    ifd0.Ascii(0x010F, e.make).Ascii(0x0110, e.model);
+    if (e.orientation)
+        ifd0.Short(0x0112, {std::uint16_t(e.orientation)});
+    ifd0.Rational(0x011A, 72, 1).Rational(0x011B, 72, 1).Short(0x0128, {2}).Sub(0x8769, exif);
+    if (!e.thumbnail.empty()) {
+        TiffIfd ifd1;
+        ifd1.Rational(0x011A, 180, 1).Rational(0x011B, 180, 1).Short(0x0128, {2});
+        ifd1.Thumbnail(e.thumbnail);
+        ifd0.Next(std::move(ifd1));
+    }
+    return ifd0;
+}
+
+Bytes CameraExifPayload(const CameraExif& e) {
+    TiffOptions options;
+    options.order = e.order;
+    return ExifPayload(CameraIfd(e), options);
+}
+
+Bytes Truncated(const Bytes& bytes, std::size_t n) {
+    return Bytes(bytes.begin(), bytes.begin() + long(std::min(n, bytes.size())));
+}
+
+bool WriteFile(const std::string& path, const Bytes& bytes) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f)
+        return false;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
+    return std::fclose(f) == 0 && written;
+}
+
+bool ReadFile(const std::string& path, Bytes& bytes) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return false;
+    bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return !in.bad();
+}
+
+TempDir::TempDir() {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    fs::path root = fs::temp_directory_path(ec);
+    if (ec)
+        root = "/tmp";
+    std::string pattern = (root / "tivox-test.XXXXXX").string();
+    if (mkdtemp(pattern.data()))
+        path_ = pattern;
+}
+
+TempDir::~TempDir() {
+    if (path_.empty())
+        return;
+    std::error_code ec;
+    std::filesystem::remove_all(path_, ec);
+}
+
+std::string TempDir::File(const std::string& name) const {
+    return path_ + "/" + name;
+}
+
+} // namespace tivox::test
