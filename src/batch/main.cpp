@@ -8,10 +8,18 @@
 #include "batch/batch_command.h"
 
 namespace tivox::batch {
+
+int RunExif(const Args& args);
+int RunName(const Args& args);
+int RunMakeCard(const Args& args);
+
 namespace {
 
 const BatchCommand kCommands[] = {
     {"help", "", nullptr},
+    {"exif", "FILE...", RunExif},
+    {"name", "RULE FILE...", RunName},
+    {"make-card", "DIR [--count N]", RunMakeCard},
 };
 
 void PrintUsage(std::FILE* out) {

@@ -175,8 +175,12 @@ TiffIfd CameraIfd(const CameraExif& e) {
         .Short(0x9207, {5})
         .Short(0x9209, {0x10})
         .Rational(0x920A, 78, 10);
-    if (e.pixelWidth && e.pixelHeight)
+    if (e.pixelWidth && e.pixelHeight) {
+        // A sensor 0.28 inches wide.
         exif.Long(0xA002, {e.pixelWidth}).Long(0xA003, {e.pixelHeight});
+        exif.Rational(0xA20E, e.pixelWidth * 100, 28).Rational(0xA20F, e.pixelWidth * 100, 28);
+        exif.Short(0xA210, {2});
+    }
 
     TiffIfd ifd0;
     ifd0.Ascii(0x010F, e.make).Ascii(0x0110, e.model);
