@@ -19,7 +19,8 @@ inline bool ReadBytes(CExifReader& reader, const Bytes& bytes) {
     std::unique_ptr<std::FILE, FileCloser> file(std::tmpfile());
     if (!file)
         return false;
-    std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+    if (!bytes.empty())
+        std::fwrite(bytes.data(), 1, bytes.size(), file.get());
     std::rewind(file.get());
     return reader.ReadSections(file.get());
 }

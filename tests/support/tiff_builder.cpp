@@ -4,6 +4,7 @@
 
 #include "support/tiff_builder.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tivox::test {
@@ -59,7 +60,7 @@ public:
             } else if (!e.child && !e.thumbnailOffset) {
                 const std::vector<std::uint8_t> bytes = FileBytes(e);
                 if (bytes.size() <= 4) {
-                    std::memcpy(out.data() + at + 8, bytes.data(), bytes.size());
+                    std::copy(bytes.begin(), bytes.end(), out.begin() + long(at + 8));
                 } else {
                     if (out.size() % 2)
                         out.push_back(0);
