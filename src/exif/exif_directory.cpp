@@ -62,8 +62,9 @@ void CopyText(char* field, std::size_t max, const std::uint8_t* from, const std:
         field[i] = char(from[i]);
 }
 
-float PowerOfTwo(double exponent) {
-    return float(std::exp(exponent * std::log(2.0)));
+// APEX values: taken in double, stored as float once at the end.
+double PowerOfTwo(double exponent) {
+    return std::exp(exponent * std::log(2.0));
 }
 
 } // namespace
@@ -310,12 +311,12 @@ void CExifReader::StoreTag(unsigned tag, int format, std::uint32_t components, s
         break;
     case 0x9201:
         if (target->ExposureTime == 0.0f)
-            target->ExposureTime = 1.0f / PowerOfTwo(number);
+            target->ExposureTime = float(1.0 / PowerOfTwo(number));
         break;
     case 0x9202:
     case 0x9205:
         if (target->ApertureFNumber == 0.0f)
-            target->ApertureFNumber = PowerOfTwo(number * 0.5);
+            target->ApertureFNumber = float(PowerOfTwo(number * 0.5));
         break;
     case 0x9203:
         target->Brightness = float(number);
