@@ -44,38 +44,15 @@ constexpr std::array<const char*, kRuleTokenCount> kTokens = {
     "%Brightness%",
 };
 
-// The combo box puts the common tokens first, then follows the table.
-constexpr std::array<const char*, kRuleTokenCount> kDialogTokens = {
-    "%Date%",
-    "%Time%",
-    "%Width%",
-    "%Height%",
-    "%Version%",
-    "%CameraMake%",
-    "%CameraModel%",
-    "%Orientation%",
-    "%IsColor%",
-    "%Process%",
-    "%FlashUsed%",
-    "%FocalLength%",
-    "%ExposureTime%",
-    "%ApertureFNumber%",
-    "%Distance%",
-    "%CCDWidth%",
-    "%ExposureBias%",
-    "%Whitebalance%",
-    "%MeteringMode%",
-    "%ExposureProgram%",
-    "%ISOequivalent%",
-    "%CompressionLevel%",
-    "%FocalplaneXRes%",
-    "%FocalplaneYRes%",
-    "%FocalplaneUnits%",
-    "%Xresolution%",
-    "%Yresolution%",
-    "%ResolutionUnit%",
-    "%Brightness%",
-};
+// The combo box puts date, time, size and the camera first, then follows the
+// replacement order from %Orientation% on.
+constexpr std::array<const char*, kRuleTokenCount> kDialogTokens = [] {
+    constexpr int kHead[] = {3, 4, 6, 5, 0, 1, 2, 7};
+    std::array<const char*, kRuleTokenCount> tokens{};
+    for (int i = 0; i < kRuleTokenCount; ++i)
+        tokens[std::size_t(i)] = kTokens[std::size_t(i < 8 ? kHead[i] : i)];
+    return tokens;
+}();
 
 bool KeepInFileName(unsigned char c) {
     if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'))
