@@ -230,8 +230,13 @@ TempDir::TempDir() {
     if (ec)
         root = "/tmp";
     std::string pattern = (root / "tivox-test.XXXXXX").string();
-    if (mkdtemp(pattern.data()))
-        path_ = pattern;
+    // Without a folder of its own a test would write beside other files:
+    // stop right here instead.
+    if (!mkdtemp(pattern.data())) {
+        std::perror("TempDir: mkdtemp");
+        std::abort();
+    }
+    path_ = pattern;
 }
 
 TempDir::~TempDir() {

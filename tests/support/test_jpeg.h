@@ -88,7 +88,7 @@ bool WriteFile(const std::string& path, const Bytes& bytes);
 bool ReadFile(const std::string& path, Bytes& bytes);
 
 // A fresh directory under the system's temporary folder, removed with all its
-// contents when the object goes.
+// contents when the object goes. Aborts the test program if none can be made.
 class TempDir {
 public:
     TempDir();
