@@ -1,0 +1,50 @@
+#pragma once
+// Helpers of the gallery tests: a prompt with scripted answers, folders of
+// stand-in pictures, and the page checker (Python's HTML parser).
+
+#include <string>
+#include <vector>
+
+#include "platform/user_seams.h"
+
+namespace tivox::test {
+
+// Answers every question with `answer` and keeps what was asked.
+class ScriptedPrompt final : public IPrompt {
+public:
+    explicit ScriptedPrompt(PromptAnswer answer = PromptAnswer::Ok) : m_answer(answer) {}
+    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons, PromptAnswer,
+                     const UiText&) override {
+        texts.push_back(RenderUiText(text));
+        icons.push_back(icon);
+        return m_answer;
+    }
+    std::vector<std::string> texts;
+    std::vector<PromptIcon> icons;
+
+private:
+    PromptAnswer m_answer;
+};
+
+// Creates gallery/pics and gallery/pics/thumbs with one small file of each
+// name in both.
+void MakePictureFolders(const std::string& gallery, const std::vector<std::string>& names);
+// "IMG_0001.jpg" ... for count names.
+std::vector<std::string> NumberedNames(int count);
+
+std::string ReadText(const std::string& path);
+bool Exists(const std::string& path);
+// The names of the .html files in a folder, sorted.
+std::vector<std::string> HtmlPages(const std::string& folder);
+// How often `needle` stands in `text`.
+int CountOf(const std::string& text, const std::string& needle);
+
+struct PageCheck {
+    bool ran = false; // false when python3 is missing
+    int exitCode = -1;
+    std::string output; // "page images=N" lines, then "FAULT ..." lines
+};
+// Parses every page of the gallery and resolves every href and src.
+PageCheck CheckPages(const std::string& gallery);
+
+} // namespace tivox::test

@@ -1,0 +1,306 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "gallery/gallery_writer.h"
+#include "gallery/link_text.h"
+#include "gallery_test_support.h"
+#include "support/test_jpeg.h"
+
+namespace tivox {
+namespace {
+
+using test::CountOf;
+using test::Exists;
+using test::HtmlPages;
+using test::MakePictureFolders;
+using test::NumberedNames;
+using test::ReadText;
+using test::ScriptedPrompt;
+using test::TempDir;
+
+std::string Crlf(const std::string& text) {
+    std::string out;
+    for (char c : text) {
+        if (c == '\n')
+            out += '\r';
+        out += c;
+    }
+    return out;
+}
+
+bool WriteGallery(const std::string& folder, const std::string& title, Size thumbTiles,
+                  Size photoTiles, ScriptedPrompt& prompt, const Translator& translate = {}) {
+    CGalleryWriter writer(folder, title, thumbTiles, photoTiles, prompt, translate);
+    return writer.Write();
+}
+
+void ExpectPagesValid(const std::string& folder) {
+    const auto check = test::CheckPages(folder);
+    if (!check.ran)
+        GTEST_SKIP() << "python3 is not installed; the pages were not parsed";
+    EXPECT_EQ(check.exitCode, 0) << check.output;
+}
+
+// The whole of both pages of a one-picture gallery, as the page texts are
+// meant to read.
+TEST(GalleryWriter, OnePictureGivesExactlyTheseTwoPages) {
+    TempDir dir;
+    MakePictureFolders(dir.path(), {"a.jpg"});
+    ScriptedPrompt prompt;
+    ASSERT_TRUE(WriteGallery(dir.path(), "Trip & <Co>", {4, 4}, {1, 1}, prompt));
+    EXPECT_TRUE(prompt.texts.empty());
+
+    const std::string head =
+        "<html><head>\n<title>TivoxPlus Gallery</title>\n<meta http-equiv=\"Content-Type\" "
+        "content=\"text/html; charset=utf-8\">\n</head>\n<body bgcolor=\"#000000\" "
+        "text=\"#0000FF\">\n";
+    const std::string font = "<font size=\"2\" face=\"Verdana, Arial, Helvetica, sans-serif\">";
+    const std::string navStart = "<tr><td><table border=\"0\" cellspacing=\"0\" "
+                                 "cellpadding=\"0\">\n<tr><td>" +
+                                 font + "< Previous&nbsp;</font></td><td>" + font;
+    const std::string navEnd =
+        "</a>&nbsp;</font></td><td>" + font + "&nbsp;> Next</font></td></tr></table></td></tr>\n";
+    const std::string thumbNav = navStart + "&nbsp;^ <a href=\"thumbs1.html\">Home" + navEnd;
+    const std::string photoNav = navStart + "&nbsp;^ <a href=\"thumbs1.html\">Gallery" + navEnd;
+
+    const std::string thumbs =
+        head +
+        "<div align=\"center\"><font size=\"6\" face=\"Verdana, Arial, Helvetica, sans-serif\" "
+        "color=\"#FFFFFF\"><b>Trip & <Co></b></font>\n<table border=\"0\" cellspacing=\"0\" "
+        "cellpadding=\"8\">\n" +
+        thumbNav +
+        "<tr><td align=\"center\"><a href=\"photo1.html\"><img src=\"pics/thumbs/a.jpg\" "
+        "border=\"0\"></a></td>\n</tr>\n" +
+        thumbNav + "</table>\n</div>\n</body>\n</html>\n";
+    const std::string photo =
+        head + photoNav +
+        "<br><div align=\"center\">\n<table border=\"0\" cellspacing=\"0\" cellpadding=\"0\">\n"
+        "<tr><td><img src=\"pics/a.jpg\" border=\"0\"></td>\n</tr>\n</table>\n</div>\n<br>" +
+        photoNav + "</body>\n</html>\n";
+
+    EXPECT_EQ(ReadText(dir.File("thumbs1.html")), Crlf(thumbs));
+    EXPECT_EQ(ReadText(dir.File("photo1.html")), Crlf(photo));
+    EXPECT_EQ(HtmlPages(dir.path()), (std::vector<std::string>{"photo1.html", "thumbs1.html"}));
+}
+
+struct CountCase {
+    const char* name;
+    int pictures;
+    Size thumbTiles;
+    Size photoTiles;
+    int thumbPages;
+    int photoPages;
+    int imagesOnLastThumbPage;
+    int imagesOnLastPhotoPage;
+};
+
+class GalleryWriterCounts : public testing::TestWithParam<CountCase> {};
+
+TEST_P(GalleryWriterCounts, PagesHoldEveryPictureOnceAndNoPageIsEmpty) {
+    const CountCase& c = GetParam();
+    TempDir dir;
+    MakePictureFolders(dir.path(), NumberedNames(c.pictures));
+    ScriptedPrompt prompt;
+    CGalleryWriter writer(dir.path(), "Title", c.thumbTiles, c.photoTiles, prompt);
+    ASSERT_TRUE(writer.Write());
+    EXPECT_TRUE(prompt.texts.empty());
+
+    std::vector<std::string> expected;
+    if (c.pictures > 0) {
+        for (int i = 1; i <= c.photoPages; ++i)
+            expected.push_back("photo" + std::to_string(i) + ".html");
+        for (int i = 1; i <= c.thumbPages; ++i)
+            expected.push_back("thumbs" + std::to_string(i) + ".html");
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(writer.ThumbPageCount(), c.thumbPages);
+        EXPECT_EQ(writer.PhotoPageCount(), c.photoPages);
+    }
+    EXPECT_EQ(HtmlPages(dir.path()), expected);
+    if (c.pictures == 0)
+        return;
+
+    int thumbImages = 0, photoImages = 0;
+    for (const auto& page : expected) {
+        const std::string text = ReadText(dir.File(page));
+        // Balanced rows: every row opened is closed.
+        EXPECT_EQ(CountOf(text, "<tr>"), CountOf(text, "</tr>")) << page;
+        EXPECT_EQ(CountOf(text, "\n"), CountOf(text, "\r\n")) << page << ": bare line feed";
+        (page.rfind("thumbs", 0) == 0 ? thumbImages : photoImages) += CountOf(text, "<img ");
+    }
+    EXPECT_EQ(thumbImages, c.pictures);
+    EXPECT_EQ(photoImages, c.pictures);
+    EXPECT_EQ(
+        CountOf(ReadText(dir.File("thumbs" + std::to_string(c.thumbPages) + ".html")), "<img "),
+        c.imagesOnLastThumbPage);
+    EXPECT_EQ(
+        CountOf(ReadText(dir.File("photo" + std::to_string(c.photoPages) + ".html")), "<img "),
+        c.imagesOnLastPhotoPage);
+    ExpectPagesValid(dir.path());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, GalleryWriterCounts,
+    testing::Values(CountCase{"none", 0, {4, 4}, {1, 1}, 1, 1, 0, 0},
+                    CountCase{"one", 1, {4, 4}, {1, 1}, 1, 1, 1, 1},
+                    CountCase{"exactlyOnePage", 16, {4, 4}, {1, 1}, 1, 16, 16, 1},
+                    CountCase{"oneOver", 17, {4, 4}, {1, 1}, 2, 17, 1, 1},
+                    CountCase{"twenty", 20, {4, 4}, {1, 1}, 2, 20, 4, 1},
+                    CountCase{"twoPerPhotoPage", 3, {4, 4}, {2, 1}, 1, 2, 3, 1},
+                    CountCase{"threeAcross", 7, {4, 4}, {3, 1}, 1, 3, 7, 1},
+                    CountCase{"oneByOneThumbs", 3, {1, 1}, {2, 2}, 3, 1, 1, 3}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(GalleryWriter, ThumbnailsLinkToThePhotoPageThatShowsThem) {
+    TempDir dir;
+    MakePictureFolders(dir.path(), NumberedNames(3));
+    ScriptedPrompt prompt;
+    ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {2, 1}, prompt));
+    const std::string thumbs = ReadText(dir.File("thumbs1.html"));
+    EXPECT_NE(thumbs.find("href=\"photo1.html\"><img src=\"pics/thumbs/IMG_0001.jpg\""),
+              std::string::npos);
+    EXPECT_NE(thumbs.find("href=\"photo1.html\"><img src=\"pics/thumbs/IMG_0002.jpg\""),
+              std::string::npos);
+    EXPECT_NE(thumbs.find("href=\"photo2.html\"><img src=\"pics/thumbs/IMG_0003.jpg\""),
+              std::string::npos);
+    const std::string photo1 = ReadText(dir.File("photo1.html"));
+    EXPECT_NE(photo1.find("pics/IMG_0001.jpg"), std::string::npos);
+    EXPECT_NE(photo1.find("pics/IMG_0002.jpg"), std::string::npos);
+    // Two pictures side by side: one row with both cells.
+    EXPECT_EQ(CountOf(photo1, "<tr><td><img"), 1);
+}
+
+TEST(GalleryWriter, NavigationLinksFollowThePageNumbers) {
+    TempDir dir;
+    MakePictureFolders(dir.path(), NumberedNames(20));
+    ScriptedPrompt prompt;
+    ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
+
+    const std::string first = ReadText(dir.File("thumbs1.html"));
+    EXPECT_EQ(CountOf(first, "< Previous&nbsp;"), 2) << "no back link on the first page";
+    EXPECT_EQ(CountOf(first, "<a href=\"thumbs2.html\">Next</a>"), 2);
+    const std::string second = ReadText(dir.File("thumbs2.html"));
+    EXPECT_EQ(CountOf(second, "<a href=\"thumbs1.html\">Previous</a>"), 2);
+    EXPECT_EQ(CountOf(second, "&nbsp;> Next</font>"), 2) << "no forward link on the last page";
+
+    // The middle entry of a photo page leads to the thumbnail page of its picture.
+    EXPECT_EQ(CountOf(ReadText(dir.File("photo16.html")), "^ <a href=\"thumbs1.html\">Gallery"), 2);
+    const std::string photo17 = ReadText(dir.File("photo17.html"));
+    EXPECT_EQ(CountOf(photo17, "^ <a href=\"thumbs2.html\">Gallery"), 2);
+    EXPECT_EQ(CountOf(photo17, "<a href=\"photo16.html\">Previous</a>"), 2);
+    EXPECT_EQ(CountOf(photo17, "<a href=\"photo18.html\">Next</a>"), 2);
+    EXPECT_EQ(CountOf(ReadText(dir.File("photo20.html")), "&nbsp;> Next</font>"), 2);
+}
+
+TEST(GalleryWriter, PicturesComeInByteOrderAndOnlyJpgFilesCount) {
+    TempDir dir;
+    MakePictureFolders(dir.path(), {"b.jpg", "B.JPG", "a.Jpg", "c.jpeg", "d.jpg.bak", ".jpg"});
+    std::filesystem::create_directories(dir.File("pics/thumbs/folder.jpg"));
+    ScriptedPrompt prompt;
+    CGalleryWriter writer(dir.path(), "", {4, 4}, {1, 1}, prompt);
+    ASSERT_TRUE(writer.Write());
+    EXPECT_EQ(writer.PictureCount(), 4);
+    const std::string thumbs = ReadText(dir.File("thumbs1.html"));
+    const auto at = [&](const char* name) { return thumbs.find(name); };
+    EXPECT_LT(at("thumbs/.jpg"), at("thumbs/B.JPG"));
+    EXPECT_LT(at("thumbs/B.JPG"), at("thumbs/a.Jpg"));
+    EXPECT_LT(at("thumbs/a.Jpg"), at("thumbs/b.jpg"));
+    EXPECT_EQ(at("c.jpeg"), std::string::npos);
+    EXPECT_EQ(at("folder.jpg"), std::string::npos);
+    EXPECT_EQ(at("d.jpg.bak"), std::string::npos);
+}
+
+TEST(GalleryWriter, NamesWithSpecialCharactersLinkRightAndInjectNothing) {
+    const std::vector<std::string> names = {"a b.jpg",
+                                            "quote\".jpg",
+                                            "<img src=x onerror=alert(1)>.jpg",
+                                            "R&D.jpg",
+                                            "#1.jpg",
+                                            "what?.jpg",
+                                            "100%.jpg",
+                                            "it's.jpg",
+                                            "\xC3\x9C"
+                                            "ber.jpg",
+                                            "back\\slash.jpg",
+                                            "a:b.jpg"};
+    TempDir dir;
+    MakePictureFolders(dir.path(), names);
+    ScriptedPrompt prompt;
+    ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
+    const std::string thumbs = ReadText(dir.File("thumbs1.html"));
+    EXPECT_EQ(CountOf(thumbs, "<img "), int(names.size())) << "a name opened a tag";
+    EXPECT_EQ(CountOf(thumbs, "onerror"), 1) << "the name stays, encoded, as text of one src";
+    EXPECT_NE(thumbs.find("src=\"pics/thumbs/a%20b.jpg\""), std::string::npos);
+    EXPECT_NE(thumbs.find("src=\"pics/thumbs/R&amp;D.jpg\""), std::string::npos);
+    EXPECT_NE(thumbs.find("src=\"pics/thumbs/%231.jpg\""), std::string::npos);
+    EXPECT_NE(thumbs.find("src=\"pics/thumbs/%C3%9Cber.jpg\""), std::string::npos);
+    ExpectPagesValid(dir.path());
+}
+
+TEST(LinkText, EncodesWhatAUrlSegmentAndAnAttributeCannotHold) {
+    EXPECT_EQ(PercentEncodeSegment("IMG_0001-x.y~z.jpg"), "IMG_0001-x.y~z.jpg");
+    EXPECT_EQ(PercentEncodeSegment("a b/c?d#e%f\"g<h>"), "a%20b%2Fc%3Fd%23e%25f%22g%3Ch%3E");
+    EXPECT_EQ(PercentEncodeSegment(std::string("\x01\xFF", 2)), "%01%FF");
+    EXPECT_EQ(EscapeHtml("a&b<c>d\"e'f"), "a&amp;b&lt;c&gt;d&quot;e&#39;f");
+    EXPECT_EQ(FileNameForLink("R&D's.jpg"), "R&amp;D&#39;s.jpg");
+}
+
+TEST(GalleryWriter, TranslatedNavigationWordsGoIntoThePages) {
+    TempDir dir;
+    MakePictureFolders(dir.path(), {"a.jpg"});
+    ScriptedPrompt prompt;
+    const Translator german = [](const std::string& english) {
+        if (english == "Previous")
+            return std::string("Zur\xC3\xBC"
+                               "ck");
+        if (english == "Gallery")
+            return std::string("Galerie");
+        return english;
+    };
+    ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt, german));
+    EXPECT_EQ(CountOf(ReadText(dir.File("thumbs1.html")), "< Zur\xC3\xBC"
+                                                          "ck&nbsp;"),
+              2);
+    EXPECT_EQ(CountOf(ReadText(dir.File("photo1.html")), ">Galerie</a>"), 2);
+}
+
+TEST(GalleryWriter, MissingPictureFolderGivesFalseWithoutMessageOrPage) {
+    TempDir dir;
+    std::filesystem::create_directories(dir.File("pics"));
+    ScriptedPrompt prompt;
+    EXPECT_FALSE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
+    EXPECT_FALSE(WriteGallery(dir.File("nowhere"), "", {4, 4}, {1, 1}, prompt));
+    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(HtmlPages(dir.path()).empty());
+}
+
+TEST(GalleryWriter, PageThatCannotBeWrittenStopsWithItsMessageAndKeepsEarlierPages) {
+    struct Case {
+        const char* blocked; // a folder in the way of this page
+        const char* message;
+        int photoPagesLeft;
+    };
+    const Case cases[] = {
+        {"thumbs2.html", "Error creating thumbnail page: aborting", 16},
+        {"photo3.html", "Error creating photo page: aborting", 2},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.blocked);
+        TempDir dir;
+        MakePictureFolders(dir.path(), NumberedNames(17));
+        std::filesystem::create_directories(dir.File(c.blocked));
+        ScriptedPrompt prompt;
+        EXPECT_FALSE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
+        ASSERT_EQ(prompt.texts.size(), 1u);
+        EXPECT_EQ(prompt.texts[0], c.message);
+        EXPECT_EQ(prompt.icons[0], PromptIcon::Stop);
+        std::vector<std::string> expected = {"thumbs1.html", c.blocked};
+        for (int i = 1; i <= c.photoPagesLeft; ++i)
+            expected.push_back("photo" + std::to_string(i) + ".html");
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(HtmlPages(dir.path()), expected);
+    }
+}
+
+} // namespace
+} // namespace tivox
