@@ -1,0 +1,277 @@
+#include "acquire/photo_transfer.h"
+
+#include <sys/stat.h>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "acquire/drive_info.h"
+#include "acquire/folder_paths.h"
+#include "acquire/photo_copier.h"
+#include "exif/exif_reader.h"
+#include "exif/exif_tags.h"
+
+namespace tivox {
+
+namespace {
+
+// A batch of copies is named after one flush of the disc; these limits keep
+// the photos appearing steadily on big cards.
+constexpr std::size_t kBatchFiles = 256;
+constexpr std::uint64_t kBatchBytes = std::uint64_t(256) << 20;
+
+const char* const kCannotCreateTarget = TIVOX_TR("Could not create the target folder.\nAborted.");
+const char* const kTargetIsFile =
+    TIVOX_TR("The target folder path exists,\nbut it is a file, not a folder.\nAborted.");
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+} // namespace
+
+CPhotoTransfer::CPhotoTransfer(IPrompt& prompt, IProgressSink& progress, IBusyIndicator& busy)
+    : m_prompt(prompt), m_progress(progress), m_busy(busy) {}
+
+PromptAnswer CPhotoTransfer::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
+                                 PromptAnswer defaultAnswer) {
+    // No wait cursor over a message box.
+    if (m_busyOn)
+        m_busy.EndBusy();
+    const PromptAnswer answer = m_prompt.Ask(text, icon, buttons, defaultAnswer);
+    if (m_busyOn)
+        m_busy.BeginBusy();
+    return answer;
+}
+
+bool CPhotoTransfer::CameraDriveChosen() const {
+    if (m_cameraDrive.empty())
+        return false;
+    if (m_cardMayBeAnyFolder)
+        return IsFolder(m_cameraDrive);
+    CMountTable table;
+    table.Load(m_driveSources);
+    return table.Find(m_cameraDrive) && IsFolder(m_cameraDrive == "/" ? "/." : m_cameraDrive);
+}
+
+bool CPhotoTransfer::CameraLooksRemovable() const {
+    CDriveInfo drive;
+    drive.m_root = m_cameraDrive;
+    CMountTable table;
+    table.Load(m_driveSources);
+    // A plain folder as card is judged by the volume that holds it.
+    if (m_cardMayBeAnyFolder && !table.Find(m_cameraDrive)) {
+        char resolved[PATH_MAX];
+        if (realpath(m_cameraDrive.c_str(), resolved))
+            if (const MountEntry* entry = table.Containing(resolved))
+                drive.m_root = entry->mountPoint;
+    }
+    drive.Inspect(table, m_driveSources);
+    return !drive.IsFloppyLetter() && drive.m_type == kDriveRemovable;
+}
+
+TransferOutcome CPhotoTransfer::OnGetPhotos() {
+    m_busy.BeginBusy();
+    m_busyOn = true;
+    struct BusyEnd {
+        CPhotoTransfer* self;
+        ~BusyEnd() {
+            if (self->m_busyOn)
+                self->m_busy.EndBusy();
+            self->m_busyOn = false;
+        }
+    } busyEnd{this};
+
+    if (m_readControls)
+        m_readControls();
+    m_report = {};
+    const std::string photos = GetPhotoFolderPath(m_baseFolder, m_photoFolder);
+
+    if (!CameraDriveChosen()) {
+        Tell(TIVOX_TR("Please select the digital camera drive first."), PromptIcon::Stop);
+        return TransferOutcome::Aborted;
+    }
+    if (photos.empty()) {
+        Tell(TIVOX_TR("Please select the target folder first."), PromptIcon::Stop);
+        return TransferOutcome::Aborted;
+    }
+    if (!CameraLooksRemovable()) {
+        const UiText question{
+            TIVOX_TR("The current digital camera drive has not been detected as a removable "
+                     "drive. You may change it by clicking the \"Select Digital Camera Drive\" "
+                     "button.\n\nProceed anyway?"),
+            {}};
+        if (Ask(question, PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::No) !=
+            PromptAnswer::Yes)
+            return TransferOutcome::Aborted;
+    }
+    // Whatever the photo folder holds will go: say how much before it does.
+    const FolderContents contents = CountFolderContents(photos);
+    if (!contents.Empty()) {
+        const UiText question{
+            TIVOX_TR("The selected photo folder contains %s files and %s folders.\nIf you "
+                     "continue, all of them will be deleted\nprior to getting new photos from "
+                     "the camera.\n\nContinue?"),
+            {std::to_string(contents.files), std::to_string(contents.folders)}};
+        if (Ask(question, PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::Yes) !=
+            PromptAnswer::Yes)
+            return TransferOutcome::Aborted;
+    }
+    if (!EnsureFolder(photos, kCannotCreateTarget, kTargetIsFile))
+        return TransferOutcome::Aborted;
+
+    std::string source = m_cameraDrive;
+    AppendBackslash(source);
+    const int count = CFileWalker(".jpg").Walk(source);
+    m_progress.SetRange(0, count);
+    m_progress.SetStep(1);
+    m_renameCounter = 1;
+    DeleteFolderContents(photos);
+    m_report.photos.found = CopyTree(source, photos, m_report.photos);
+
+    TransferOutcome outcome = TransferOutcome::Finished;
+    if (m_createBackup) {
+        const std::string backup = GetBackupFolderPath(m_baseFolder, m_photoFolder);
+        if (EnsureFolder(backup, TIVOX_TR("Could not create the backup folder.\nAborted."),
+                         TIVOX_TR("The backup folder path exists,\nbut it is a file, not a "
+                                  "folder.\nAborted."))) {
+            DeleteFolderContents(backup);
+            m_report.backup.found = CopyTree(photos, backup, m_report.backup);
+        } else {
+            outcome = TransferOutcome::BackupAborted;
+        }
+    }
+    Tell(TIVOX_TR("Finished copying."), PromptIcon::Information);
+    m_progress.SetPos(0);
+    return outcome;
+}
+
+TransferOutcome CPhotoTransfer::OnRestore() {
+    m_report = {};
+    const std::string photos = GetPhotoFolderPath(m_baseFolder, m_photoFolder);
+    const std::string backup = GetBackupFolderPath(m_baseFolder, m_photoFolder);
+    // The question says how much of the photo folder will go, when anything.
+    const FolderContents contents = CountFolderContents(photos);
+    UiText question{TIVOX_TR("Restoring from the backup folder deletes the files in the current "
+                             "photo folder\nand replaces them with the originals from the backup "
+                             "folder.\n\nContinue?"),
+                    {}};
+    if (!contents.Empty())
+        question = UiText{TIVOX_TR("Restoring from the backup folder deletes the %s files and %s "
+                                   "folders in the current photo folder\nand replaces them with "
+                                   "the originals from the backup folder.\n\nContinue?"),
+                          {std::to_string(contents.files), std::to_string(contents.folders)}};
+    if (Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::Yes) !=
+        PromptAnswer::Yes)
+        return TransferOutcome::Aborted;
+
+    const int count = CFileWalker(".jpg").Walk(backup);
+    if (count == 0) {
+        Tell(TIVOX_TR("No backup files found!\n\nAborted."), PromptIcon::Warning);
+        return TransferOutcome::Aborted;
+    }
+    m_progress.SetRange(0, count);
+    m_progress.SetStep(1);
+    if (!EnsureFolder(photos, kCannotCreateTarget, kTargetIsFile))
+        return TransferOutcome::Aborted;
+    DeleteFolderContents(photos);
+    m_report.photos.found = CopyTree(backup, photos, m_report.photos);
+    Tell(TIVOX_TR("Finished restoring the photo folder from its backup."), PromptIcon::Information);
+    m_progress.SetPos(0);
+    return TransferOutcome::Finished;
+}
+
+int CPhotoTransfer::CopyTree(const std::string& from, const std::string& to, PassReport& report) {
+    CPhotoCopier copier(".jpg");
+    copier.m_owner = this;
+    copier.m_targetFolder = to;
+    m_pass = &report;
+    const int found = copier.Walk(from);
+    FlushCopies();
+    m_pass = nullptr;
+    return found;
+}
+
+bool CPhotoTransfer::EnsureFolder(const std::string& path, const char* cannotCreate,
+                                  const char* isFile) {
+    struct stat st {};
+    const bool found = !path.empty() && path.back() != '/' && stat(path.c_str(), &st) == 0;
+    if (found && S_ISDIR(st.st_mode))
+        return true;
+    if (found) {
+        Tell(isFile, PromptIcon::Stop);
+        return false;
+    }
+    // One level only: a missing base folder is not made.
+    if (!path.empty() && mkdir(path.c_str(), 0777) == 0)
+        return true;
+    Tell(cannotCreate, PromptIcon::Stop);
+    return false;
+}
+
+void CPhotoTransfer::CopyPhoto(const std::string& source, const std::string& name,
+                               const std::string& targetFolder) {
+    if (!m_copies.Stage(source, targetFolder, name)) {
+        if (m_pass)
+            ++m_pass->failed;
+        return;
+    }
+    if (m_copies.Count() >= kBatchFiles || m_copies.Bytes() >= kBatchBytes)
+        FlushCopies();
+}
+
+void CPhotoTransfer::FlushCopies() {
+    const std::size_t staged = m_copies.Count();
+    std::size_t named = 0;
+    m_copies.Commit([&](const std::string& path) {
+        ++named;
+        if (m_pass)
+            ++m_pass->copied;
+        if (!m_renamingRule.empty())
+            RenamePhoto(path);
+        else if (m_pass)
+            ++m_pass->keptName;
+    });
+    if (m_pass)
+        m_pass->failed += int(staged - named);
+}
+
+void CPhotoTransfer::RenamePhoto(const std::string& path) {
+    bool renamed = false;
+    {
+        std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
+        // A copy that can't be opened keeps its camera name.
+        if (!file) {
+            if (m_pass)
+                ++m_pass->keptName;
+            return;
+        }
+        CExifReader reader(nullptr);
+        reader.ReadSections(file.get());
+        file.reset();
+        std::string folder, name, rule;
+        if (reader.record->IsExif && SplitFolderPath(path, folder, name)) {
+            CExifTags(reader).ExpandRule(m_renamingRule, rule);
+            AppendBackslash(folder);
+            // The rule's own text isn't filtered; a separator in it must not
+            // move the photo out of its folder.
+            const RenameResult result = rule.find('/') == std::string::npos
+                                            ? RenameNoReplace(path, folder + rule + ".jpg")
+                                            : RenameResult::OtherFailure;
+            if (result == RenameResult::Ok) {
+                renamed = true;
+            } else if (result == RenameResult::AccessDenied) {
+                const std::string numbered =
+                    folder + rule + "_" + std::to_string(m_renameCounter) + ".jpg";
+                ++m_renameCounter;
+                renamed = RenameNoReplace(path, numbered) == RenameResult::Ok;
+            }
+        }
+    }
+    if (m_pass)
+        ++(renamed ? m_pass->renamed : m_pass->keptName);
+}
+
+} // namespace tivox
