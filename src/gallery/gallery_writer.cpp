@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "acquire/file_walker.h"
 #include "gallery/gallery_pages.h"
 #include "gallery/link_text.h"
 #include "gallery/page_file.h"
@@ -29,22 +30,7 @@ std::string JoinPath(const std::string& folder, const std::string& name) {
 }
 
 bool EndsInJpg(const std::string& name) {
-    if (name.size() < 4)
-        return false;
-    static constexpr char kSuffix[] = ".jpg";
-    for (std::size_t i = 0; i < 4; ++i) {
-        char c = name[name.size() - 4 + i];
-        if (c >= 'A' && c <= 'Z')
-            c = char(c - 'A' + 'a');
-        if (c != kSuffix[i])
-            return false;
-    }
-    return true;
-}
-
-bool IsFolder(const std::string& path) {
-    std::error_code ec;
-    return fs::is_directory(path, ec);
+    return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".jpg");
 }
 
 } // namespace
@@ -91,8 +77,8 @@ bool CGalleryWriter::Write() {
 
     if (m_thumbTilesX < 1 || m_thumbTilesY < 1 || m_photoTilesX < 1 || m_photoTilesY < 1)
         return false;
-    const std::string pics = JoinPath(m_folder, g_picsUrl);
-    const std::string thumbs = JoinPath(m_folder, g_thumbsUrl);
+    const std::string pics = JoinPath(m_folder, "pics");
+    const std::string thumbs = JoinPath(pics, "thumbs");
     std::vector<std::string> names;
     if (!IsFolder(pics) || !IsFolder(thumbs) || !ListGalleryPictures(thumbs, names))
         return false;
