@@ -1,0 +1,218 @@
+#include "imageops/color_matrix.h"
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#endif
+
+namespace tivox {
+
+ColorMatrix ColorMatrix::Identity() {
+    ColorMatrix r;
+    for (int i = 0; i < 5; ++i)
+        r.m[i][i] = 1.0f;
+    return r;
+}
+
+bool ColorMatrix::IsIdentity() const {
+    return *this == Identity();
+}
+
+ColorMatrix BrightnessMatrix(float b) {
+    ColorMatrix r = ColorMatrix::Identity();
+    r.m[4][0] = r.m[4][1] = r.m[4][2] = b;
+    return r;
+}
+
+ColorMatrix ContrastMatrix(float c) {
+    ColorMatrix r = ColorMatrix::Identity();
+    const float t = (1.0f - c) * 0.5f;
+    for (int i = 0; i < 3; ++i) {
+        r.m[i][i] = c;
+        r.m[4][i] = t;
+    }
+    return r;
+}
+
+ColorMatrix SaturationMatrix(float s) {
+    ColorMatrix r = ColorMatrix::Identity();
+    const float u = 1.0f - s;
+    const float weights[3] = {kLumRed * u, kLumGreen * u, kLumBlue * u};
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            r.m[i][j] = i == j ? weights[i] + s : weights[i];
+    return r;
+}
+
+ColorMatrix GrayscaleMatrix() {
+    ColorMatrix r = ColorMatrix::Identity();
+    const float weights[3] = {kLumRed, kLumGreen, kLumBlue};
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            r.m[i][j] = weights[i];
+    return r;
+}
+
+ColorMatrix NegativeMatrix() {
+    ColorMatrix r = ColorMatrix::Identity();
+    for (int i = 0; i < 3; ++i) {
+        r.m[i][i] = -1.0f;
+        r.m[4][i] = 1.0f;
+    }
+    return r;
+}
+
+void MultiplyMatrix(ColorMatrix& m, const ColorMatrix& l) {
+    // The product goes to a temporary so that m is not read after a change.
+    // Products of two floats are exact in double; the sum is rounded once.
+    float product[5][4];
+    for (int i = 0; i < 5; ++i)
+        for (int j = 0; j < 4; ++j) {
+            double sum = 0.0;
+            for (int k = 0; k < 5; ++k)
+                sum += double(m.m[i][k]) * double(l.m[k][j]);
+            product[i][j] = float(sum);
+        }
+    for (int i = 0; i < 5; ++i)
+        for (int j = 0; j < 4; ++j)
+            m.m[i][j] = product[i][j];
+}
+
+namespace {
+
+// The gamma curve is looked up at 1/64 of an 8-bit step, fine enough that
+// fractional matrix results keep their place on a steep curve.
+constexpr int kGammaSteps = 64;
+constexpr int kGammaEntries = 255 * kGammaSteps + 1;
+
+// The matrix rearranged for pixels in memory: coef[o][k] is the weight of
+// input component k (0 red, 1 green, 2 blue, 3 alpha) in output byte o (0
+// blue, 1 green, 2 red, 3 alpha), on the 0..255 scale.
+struct Prepared {
+    float coef[4][4];
+    float offset[4];
+    bool gamma = false;
+    std::vector<std::uint8_t> lut; // kGammaEntries + 3 bytes of padding for 32-bit gathers
+};
+
+Prepared Prepare(const ColorMatrix& matrix, float gamma) {
+    static constexpr int kColumnOfByte[4] = {2, 1, 0, 3};
+    Prepared p;
+    for (int o = 0; o < 4; ++o) {
+        const int j = kColumnOfByte[o];
+        for (int k = 0; k < 4; ++k)
+            p.coef[o][k] = matrix.m[k][j];
+        p.offset[o] = matrix.m[4][j] * 255.0f;
+    }
+    p.gamma = gamma != 1.0f;
+    if (p.gamma) {
+        p.lut.assign(kGammaEntries + 3, 0);
+        for (int i = 0; i < kGammaEntries; ++i) {
+            double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gamma));
+            v = v < 0.0 ? 0.0 : (v > 255.0 ? 255.0 : v);
+            p.lut[std::size_t(i)] = std::uint8_t(v + 0.5);
+        }
+    }
+    return p;
+}
+
+inline float Clamp255(float v) {
+    v = v > 0.0f ? v : 0.0f;
+    return v < 255.0f ? v : 255.0f;
+}
+
+// The defining computation of one pixel; the vector path repeats it exactly,
+// operation for operation.
+inline std::uint32_t ColorPixel(std::uint32_t px, const Prepared& p) {
+    const float in[4] = {float((px >> 16) & 255), float((px >> 8) & 255), float(px & 255),
+                         float(px >> 24)};
+    std::uint32_t out = 0;
+    for (int o = 0; o < 4; ++o) {
+        float v = in[0] * p.coef[o][0];
+        v = v + in[1] * p.coef[o][1];
+        v = v + in[2] * p.coef[o][2];
+        v = v + in[3] * p.coef[o][3];
+        v = Clamp255(v + p.offset[o]);
+        std::uint32_t q;
+        if (p.gamma && o < 3)
+            q = p.lut[std::size_t(int(v * float(kGammaSteps) + 0.5f))];
+        else
+            q = std::uint32_t(int(v + 0.5f));
+        out |= q << (8 * o);
+    }
+    return out;
+}
+
+void ColorScalar(std::uint32_t* px, std::size_t n, const Prepared& p) {
+    for (std::size_t i = 0; i < n; ++i)
+        px[i] = ColorPixel(px[i], p);
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+__attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::size_t n,
+                                                      const Prepared& p) {
+    const __m256i byteMask = _mm256_set1_epi32(255);
+    const __m256 zero = _mm256_setzero_ps();
+    const __m256 top = _mm256_set1_ps(255.0f);
+    const __m256 half = _mm256_set1_ps(0.5f);
+    const __m256 steps = _mm256_set1_ps(float(kGammaSteps));
+    __m256 coef[4][4];
+    __m256 offset[4];
+    for (int o = 0; o < 4; ++o) {
+        for (int k = 0; k < 4; ++k)
+            coef[o][k] = _mm256_set1_ps(p.coef[o][k]);
+        offset[o] = _mm256_set1_ps(p.offset[o]);
+    }
+    const int* lut = p.gamma ? reinterpret_cast<const int*>(p.lut.data()) : nullptr;
+    std::size_t i = 0;
+    for (; i + 8 <= n; i += 8) {
+        const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
+        const __m256 in[4] = {
+            _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 16), byteMask)),
+            _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
+            _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
+            _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
+        __m256i out = _mm256_setzero_si256();
+        for (int o = 0; o < 4; ++o) {
+            __m256 s = _mm256_mul_ps(in[0], coef[o][0]);
+            s = _mm256_add_ps(s, _mm256_mul_ps(in[1], coef[o][1]));
+            s = _mm256_add_ps(s, _mm256_mul_ps(in[2], coef[o][2]));
+            s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
+            s = _mm256_add_ps(s, offset[o]);
+            s = _mm256_min_ps(_mm256_max_ps(s, zero), top);
+            __m256i q;
+            if (lut && o < 3) {
+                const __m256i index =
+                    _mm256_cvttps_epi32(_mm256_add_ps(_mm256_mul_ps(s, steps), half));
+                q = _mm256_and_si256(_mm256_i32gather_epi32(lut, index, 1), byteMask);
+            } else {
+                q = _mm256_cvttps_epi32(_mm256_add_ps(s, half));
+            }
+            out = _mm256_or_si256(out, _mm256_slli_epi32(q, 8 * o));
+        }
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i), out);
+    }
+    return i;
+}
+#endif
+
+} // namespace
+
+void ApplyColorMatrix(Bitmap& image, const ColorMatrix& matrix, float gamma, PixelPath path) {
+    if (image.IsEmpty() || (matrix.IsIdentity() && gamma == 1.0f))
+        return;
+    const Prepared p = Prepare(matrix, gamma);
+    auto* px = reinterpret_cast<std::uint32_t*>(image.Data());
+    const std::size_t n = std::size_t(image.Width()) * std::size_t(image.Height());
+    std::size_t done = 0;
+#if defined(__x86_64__) || defined(__i386__)
+    if (UseAvx2(path))
+        done = ColorAvx2(px, n, p);
+#endif
+    ColorScalar(px + done, n - done, p);
+}
+
+} // namespace tivox
