@@ -26,6 +26,12 @@ const char* const kCannotCreateTarget = TIVOX_TR("Could not create the target fo
 const char* const kTargetIsFile =
     TIVOX_TR("The target folder path exists,\nbut it is a file, not a folder.\nAborted.");
 
+// What emptying the photo folder would delete. A path that ends in "/" (the
+// root among them) is never emptied, as it never passes EnsureFolder.
+FolderContents ContentsToGo(const std::string& photos) {
+    return PathExists(photos) ? CountFolderContents(photos) : FolderContents{};
+}
+
 struct FileCloser {
     void operator()(std::FILE* f) const { std::fclose(f); }
 };
@@ -108,7 +114,7 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
             return TransferOutcome::Aborted;
     }
     // Whatever the photo folder holds will go: say how much before it does.
-    const FolderContents contents = CountFolderContents(photos);
+    const FolderContents contents = ContentsToGo(photos);
     if (!contents.Empty()) {
         const UiText question{
             TIVOX_TR("The selected photo folder contains %s files and %s folders.\nIf you "
@@ -153,7 +159,7 @@ TransferOutcome CPhotoTransfer::OnRestore() {
     const std::string photos = GetPhotoFolderPath(m_baseFolder, m_photoFolder);
     const std::string backup = GetBackupFolderPath(m_baseFolder, m_photoFolder);
     // The question says how much of the photo folder will go, when anything.
-    const FolderContents contents = CountFolderContents(photos);
+    const FolderContents contents = ContentsToGo(photos);
     UiText question{TIVOX_TR("Restoring from the backup folder deletes the files in the current "
                              "photo folder\nand replaces them with the originals from the backup "
                              "folder.\n\nContinue?"),

@@ -12,6 +12,9 @@ namespace tivox::batch {
 int RunExif(const Args& args);
 int RunName(const Args& args);
 int RunMakeCard(const Args& args);
+int RunTransfer(const Args& args);
+int RunRestore(const Args& args);
+int RunDrives(const Args& args);
 
 namespace {
 
@@ -20,6 +23,10 @@ const BatchCommand kCommands[] = {
     {"exif", "FILE...", RunExif},
     {"name", "RULE FILE...", RunName},
     {"make-card", "DIR [--count N]", RunMakeCard},
+    {"transfer", "--card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--yes]",
+     RunTransfer},
+    {"restore", "--photos DIR [--rule RULE] [--yes]", RunRestore},
+    {"drives", "[--mountinfo FILE] [--sysfs DIR] [--labels DIR]", RunDrives},
 };
 
 void PrintUsage(std::FILE* out) {

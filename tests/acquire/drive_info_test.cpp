@@ -1,0 +1,217 @@
+// Drive records and the drive listing over a fake mount table and sysfs tree.
+
+#include <gtest/gtest.h>
+
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "acquire/drive_info.h"
+#include "acquire_fixture.h"
+
+namespace tivox::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A small machine: a card reader with a card, a second reader without one, a
+// USB stick, a fixed disc, a floppy, a CD, tmpfs, nfs, a vanished mount
+// point, and the kernel's own file systems.
+class FakeMachine {
+public:
+    FakeMachine() {
+        sources.mountInfo = dir.File("mountinfo");
+        sources.sysfs = dir.File("sys");
+        sources.labels = dir.File("by-label");
+        MakeFolder(sources.labels);
+        const std::string usb = "devices/pci0000:00/0000:00:14.0/usb1/1-1/1-1:1.0/host6/"
+                                "target6:0:0/6:0:0:0/block/";
+        Disc(usb + "sdb", "8:16", "1", "31116288");
+        Partition(usb + "sdb", "sdb1", "8:17");
+        Disc(usb + "sdc", "8:32", "1", "0");
+        Disc("devices/pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host7/target7:0:0/7:0:0:0/"
+             "block/sdd",
+             "8:48", "0", "15000000");
+        Partition("devices/pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host7/target7:0:0/7:0:0:0/"
+                  "block/sdd",
+                  "sdd1", "8:49");
+        Disc("devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda", "8:0", "0",
+             "500000000");
+        Partition("devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda",
+                  "sda2", "8:2");
+        Disc("devices/platform/floppy.0/block/fd0", "2:0", "1", "2880");
+        Disc("devices/pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block/sr0", "11:0",
+             "1", "1000");
+        for (const char* d : {"sdb1", "sdc", "sdd1", "sda2", "fd0", "sr0"})
+            PutFile(dir.File(std::string("dev/") + d), "");
+        Label("CARD", "sdb1");
+        Label("MY\\x20STICK", "sdd1");
+
+        std::string table;
+        auto row = [&](const char* device, const std::string& point, const char* type,
+                       const std::string& source) {
+            table += "30 1 " + std::string(device) + " / " + point + " rw,relatime shared:1 - " +
+                     type + " " + source + " rw\n";
+        };
+        row("0:22", "/proc", "proc", "proc");
+        row("0:23", "/sys/fs/cgroup", "cgroup2", "cgroup2");
+        row("8:2", Mount("disc"), "ext4", dev("sda2"));
+        row("8:17", Mount("card"), "vfat", dev("sdb1"));
+        row("8:32", Mount("reader"), "vfat", dev("sdc"));
+        row("8:49", Mount("my\\040stick", "my stick"), "exfat", dev("sdd1"));
+        row("2:0", Mount("floppy"), "vfat", "/dev/fd0");
+        row("11:0", Mount("cdrom"), "iso9660", dev("sr0"));
+        row("0:40", Mount("ram"), "tmpfs", "tmpfs");
+        row("0:41", Mount("net"), "nfs4", "server:/export/photos");
+        row("8:17", dir.File("m/gone"), "vfat", dev("sdb1"));
+        PutFile(sources.mountInfo, table);
+    }
+
+    std::string MountPoint(const std::string& name) const { return dir.File("m/" + name); }
+
+    CDriveInfo Inspect(const std::string& name) const {
+        CDriveInfo drive;
+        drive.m_root = MountPoint(name);
+        drive.Inspect(sources);
+        return drive;
+    }
+
+    TempDir dir;
+    DriveSources sources;
+
+private:
+    std::string dev(const char* name) const { return dir.File(std::string("dev/") + name); }
+    // The mount point as the table writes it; the folder is made under its real name.
+    std::string Mount(const std::string& escaped, const std::string& real = "") {
+        MakeFolder(dir.File("m/" + (real.empty() ? escaped : real)));
+        return dir.File("m/" + escaped);
+    }
+    void Disc(const std::string& path, const char* number, const char* removable,
+              const char* size) {
+        const std::string full = sources.sysfs + "/" + path;
+        PutFile(full + "/removable", std::string(removable) + "\n");
+        PutFile(full + "/size", std::string(size) + "\n");
+        Link(full, number);
+    }
+    void Partition(const std::string& disc, const char* name, const char* number) {
+        const std::string full = sources.sysfs + "/" + disc + "/" + name;
+        PutFile(full + "/partition", "1\n");
+        Link(full, number);
+    }
+    void Link(const std::string& target, const char* number) {
+        MakeFolder(sources.sysfs + "/dev/block");
+        fs::create_symlink(fs::relative(target, sources.sysfs + "/dev/block"),
+                           sources.sysfs + "/dev/block/" + number);
+    }
+    void Label(const std::string& label, const char* device) {
+        fs::create_symlink(dev(device), sources.labels + "/" + label);
+    }
+};
+
+TEST(DriveInfo, TypesFromTheMountTableAndSysfs) {
+    FakeMachine machine;
+    struct Case {
+        const char* mount;
+        std::uint32_t type;
+        const char* text;
+        const char* label;
+        bool sizes;
+        int image;
+    };
+    const Case cases[] = {
+        {"card", kDriveRemovable, "Removable Drive", "CARD", true, 3},
+        {"reader", kDriveRemovable, "Removable Drive", "", false, 3},
+        {"my stick", kDriveRemovable, "Removable Drive", "MY STICK", true, 3},
+        {"disc", kDriveFixed, "Hard Disc", "", true, 1},
+        {"floppy", kDriveRemovable, "Floppy Disc Drive", "", true, 0},
+        {"cdrom", kDriveCdRom, "CD-/DVD-ROM drive", "", true, 2},
+        {"ram", kDriveRamDisk, "RAM disk", "", true, 4},
+        {"net", kDriveRemote, "Remote (Network) Drive", "", true, 5},
+        {"gone", kDriveNoRootDir, "Root directory does not exist.", "", false, 6},
+        {"not-mounted", kDriveNoRootDir, "Root directory does not exist.", "", false, 6},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.mount);
+        const CDriveInfo drive = machine.Inspect(c.mount);
+        EXPECT_EQ(drive.m_type, c.type);
+        EXPECT_EQ(drive.m_label, c.label);
+        EXPECT_EQ(DriveImageIndex(drive), c.image);
+        EXPECT_EQ(drive.IsFloppyLetter(), c.image == 0);
+        const std::string text = c.text;
+        if (c.sizes) {
+            EXPECT_EQ(drive.m_description.substr(0, text.size() + 2), text + "\n\n");
+            EXPECT_NE(drive.m_description.find("\nBytes free: "), std::string::npos);
+        } else {
+            EXPECT_EQ(drive.m_description, text);
+            EXPECT_EQ(drive.m_totalBytes, 0u);
+        }
+    }
+}
+
+TEST(DriveInfo, DescriptionOfADiscHasFourLinesWithGroupedNumbers) {
+    FakeMachine machine;
+    const CDriveInfo drive = machine.Inspect("disc");
+    struct statvfs st {};
+    ASSERT_EQ(statvfs(machine.MountPoint("disc").c_str(), &st), 0);
+    const std::uint64_t total = std::uint64_t(st.f_blocks) * st.f_frsize;
+    EXPECT_EQ(drive.m_totalBytes, total);
+    std::string grouped = std::to_string(total);
+    GroupDigits(grouped);
+    const std::string expected = "Hard Disc\n\nBytes total: " + grouped + "\nBytes free: ";
+    EXPECT_EQ(drive.m_description.substr(0, expected.size()), expected);
+    EXPECT_EQ(drive.m_description.find('\n', expected.size()), std::string::npos);
+}
+
+TEST(DriveInfo, GroupDigitsAndTexts) {
+    for (auto [in, out] : {std::pair{"0", "0"},
+                           {"123", "123"},
+                           {"1000", "1.000"},
+                           {"123456", "123.456"},
+                           {"1234567", "1.234.567"},
+                           {"", ""}}) {
+        std::string s = in;
+        GroupDigits(s);
+        EXPECT_EQ(s, out);
+    }
+    CDriveInfo drive;
+    drive.m_freeBytes = 1000;
+    drive.m_totalBytes = 1234567;
+    EXPECT_EQ(drive.GetFreeText(), "Bytes free: 1.000");
+    EXPECT_EQ(drive.GetTotalText(), "Bytes total: 1.234.567");
+    EXPECT_TRUE(drive.IsFloppyLetter()); // no root yet
+    drive.Inspect();                     // an empty root leaves the record alone
+    EXPECT_EQ(drive.m_type, kDriveUnknown);
+    EXPECT_EQ(drive.m_freeBytes, 1000u);
+    EXPECT_STREQ(DriveTypeText(7, false), "");
+}
+
+TEST(DriveInfo, ListShowsTheUsersVolumesWithTheirLabels) {
+    FakeMachine machine;
+    std::vector<std::string> texts;
+    for (const CDriveInfo& d : ListDrives(machine.sources))
+        texts.push_back(GetListText(d));
+    const auto m = [&](const char* n) { return machine.MountPoint(n); };
+    const std::vector<std::string> expected = {m("disc"),   m("card") + "  (CARD)",
+                                               m("reader"), m("my stick") + "  (MY STICK)",
+                                               m("floppy"), m("cdrom"),
+                                               m("ram"),    m("net"),
+                                               m("gone")};
+    EXPECT_EQ(texts, expected);
+}
+
+TEST(DriveInfo, ALaterMountHidesTheEarlierOneAndAMissingTableListsNothing) {
+    FakeMachine machine;
+    PutFile(machine.sources.mountInfo, "30 1 8:2 / " + machine.MountPoint("card") +
+                                           " rw - ext4 /dev/x rw\n" + "garbage line\n" +
+                                           "31 1 0:40 / " + machine.MountPoint("card") +
+                                           " rw - tmpfs tmpfs rw\n");
+    const auto drives = ListDrives(machine.sources);
+    ASSERT_EQ(drives.size(), 1u);
+    EXPECT_EQ(drives[0].m_type, kDriveRamDisk);
+    machine.sources.mountInfo = machine.dir.File("no-such-table");
+    EXPECT_TRUE(ListDrives(machine.sources).empty());
+}
+
+} // namespace
+} // namespace tivox::test

@@ -1,0 +1,190 @@
+// The settings file: the byte-exact writer, the three reading layouts, the
+// all-or-nothing load and the file's location.
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "app/settings.h"
+#include "support/test_jpeg.h"
+
+namespace tivox::test {
+namespace {
+
+using Data = std::vector<std::uint8_t>;
+
+void Append(Data& d, std::initializer_list<int> bytes) {
+    for (int b : bytes)
+        d.push_back(std::uint8_t(b));
+}
+void AppendWord(Data& d, std::uint32_t v) {
+    Append(d, {int(v & 0xFF), int(v >> 8 & 0xFF), int(v >> 16 & 0xFF), int(v >> 24)});
+}
+void AppendString(Data& d, const std::string& s) {
+    d.push_back(std::uint8_t(s.size()));
+    d.insert(d.end(), s.begin(), s.end());
+}
+
+CSettings WorkedExample() {
+    CSettings s;
+    s.m_cameraDrive = "E:";
+    s.m_baseFolder = "C:\\";
+    s.m_photoFolder = "Photos";
+    s.m_galleryFolder = "C:\\";
+    s.m_renamingRule = "%Date%_%Time%";
+    return s;
+}
+
+TEST(Settings, WorkedExampleIsSixtyBytes) {
+    const Data expected = {0x96, 0x00, 0x00, 0x00, 0x02, 0x45, 0x3A, 0x03, 0x43, 0x3A, 0x5C, 0x06,
+                           0x50, 0x68, 0x6F, 0x74, 0x6F, 0x73, 0x03, 0x43, 0x3A, 0x5C, 0x0D, 0x25,
+                           0x44, 0x61, 0x74, 0x65, 0x25, 0x5F, 0x25, 0x54, 0x69, 0x6D, 0x65, 0x25,
+                           0x04, 0x00, 0x00, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                           0x01, 0x00, 0x00, 0x00, 0x50, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00};
+    EXPECT_EQ(WorkedExample().Store(), expected);
+    CSettings loaded;
+    ASSERT_TRUE(loaded.Load(expected));
+    EXPECT_EQ(loaded.Store(), expected);
+}
+
+TEST(Settings, LengthPrefixesAtTheirBoundaries) {
+    struct Case {
+        std::size_t length;
+        Data prefix;
+    };
+    const Case cases[] = {
+        {0, {0x00}},
+        {254, {0xFE}},
+        {255, {0xFF, 0xFF, 0x00}},
+        {65533, {0xFF, 0xFD, 0xFF}},
+        {65534, {0xFF, 0xFF, 0xFF, 0xFE, 0xFF, 0x00, 0x00}},
+        {70000, {0xFF, 0xFF, 0xFF, 0x70, 0x11, 0x01, 0x00}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.length);
+        CSettings s;
+        s.m_cameraDrive = std::string(c.length, 'x');
+        const Data bytes = s.Store();
+        EXPECT_TRUE(std::equal(c.prefix.begin(), c.prefix.end(), bytes.begin() + 4));
+        EXPECT_EQ(bytes.size(), 4 + c.prefix.size() + c.length + 4 * 1 + 24);
+        CSettings back;
+        ASSERT_TRUE(back.Load(bytes));
+        EXPECT_EQ(back.m_cameraDrive, s.m_cameraDrive);
+    }
+}
+
+// A file of the given version with the strings and numbers as given.
+Data OldFile(std::int32_t version, const std::vector<std::string>& strings,
+             const std::vector<std::uint32_t>& numbers) {
+    Data d;
+    AppendWord(d, std::uint32_t(version));
+    for (const auto& s : strings)
+        AppendString(d, s);
+    for (auto n : numbers)
+        AppendWord(d, n);
+    return d;
+}
+
+TEST(Settings, TheVersionWordChoosesTheLayout) {
+    const std::vector<std::string> five = {"/media/card", "/home/a", "2004", "/home/a/web",
+                                           "%Time%"};
+    const std::vector<std::string> four = {"/media/card", "/home/a", "2004", "%Time%"};
+    struct Case {
+        std::int32_t version;
+        Data file;
+        const char* gallery;
+        std::uint32_t backup, quality, units;
+    };
+    const Case cases[] = {
+        {1000, OldFile(1000, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
+        {150, OldFile(150, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
+        {149, OldFile(149, five, {5, 6, 30, 0, 90}), "/home/a/web", 0, 90, 1},
+        {120, OldFile(120, five, {5, 6, 30, 0, 90}), "/home/a/web", 0, 90, 1},
+        {119, OldFile(119, four, {5, 6, 30}), nullptr, 1, 80, 1},
+        {100, OldFile(100, four, {5, 6, 30}), nullptr, 1, 80, 1},
+        {1001, OldFile(1001, four, {5, 6, 30}), nullptr, 1, 80, 1},
+        {-5, OldFile(-5, four, {5, 6, 30}), nullptr, 1, 80, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.version);
+        CSettings s;
+        s.m_metricUnits = 7;
+        ASSERT_TRUE(s.Load(c.file));
+        EXPECT_EQ(s.m_cameraDrive, "/media/card");
+        EXPECT_EQ(s.m_photoFolder, "2004");
+        EXPECT_EQ(s.m_renamingRule, "%Time%");
+        EXPECT_EQ(s.m_tilesX, 5u);
+        EXPECT_EQ(s.m_tilesY, 6u);
+        EXPECT_EQ(s.m_statusBarHeight, 30u);
+        if (c.gallery)
+            EXPECT_EQ(s.m_galleryFolder, c.gallery);
+        else
+            EXPECT_NE(s.m_galleryFolder.find("/Galleries"), std::string::npos);
+        EXPECT_EQ(s.m_createBackup, c.backup);
+        EXPECT_EQ(s.m_jpegQuality, c.quality);
+        EXPECT_EQ(s.m_metricUnits, c.units);
+        // Whatever was read is written back as version 150.
+        EXPECT_EQ(s.Store()[0], 150);
+        // Trailing bytes are ignored.
+        Data longer = c.file;
+        Append(longer, {1, 2, 3});
+        EXPECT_TRUE(CSettings().Load(longer));
+    }
+}
+
+TEST(Settings, ACutFileLoadsNothing) {
+    CSettings full = WorkedExample();
+    full.m_tilesX = 50;
+    const Data bytes = full.Store();
+    for (std::size_t n = 0; n < bytes.size(); ++n) {
+        CSettings s;
+        s.m_baseFolder = "kept";
+        EXPECT_FALSE(s.Load(Data(bytes.begin(), bytes.begin() + long(n)))) << n;
+        EXPECT_EQ(s.m_baseFolder, "kept");
+        EXPECT_EQ(s.m_tilesX, 4u);
+    }
+    CSettings s;
+    ASSERT_TRUE(s.Load(bytes));
+    EXPECT_EQ(s.m_tilesX, 50u); // out of range, but kept: the dialog checks it
+    // A two-byte length of 0xFFFE announced a wide string: not ours.
+    Data wide = {150, 0, 0, 0, 0xFF, 0xFE, 0xFF};
+    EXPECT_FALSE(CSettings().Load(wide));
+}
+
+TEST(Settings, FilesAreWrittenAndReadInPlace) {
+    TempDir dir;
+    const std::string path = dir.File("conf/tivoxplus/TivoxSettings.dat");
+    CSettings s = WorkedExample();
+    ASSERT_TRUE(s.StoreFile(path));
+    Bytes onDisc;
+    ASSERT_TRUE(ReadFile(path, onDisc));
+    EXPECT_EQ(onDisc, s.Store());
+    CSettings back;
+    ASSERT_TRUE(back.LoadFile(path));
+    EXPECT_EQ(back.m_cameraDrive, "E:");
+    EXPECT_FALSE(CSettings().LoadFile(dir.File("missing.dat")));
+    EXPECT_FALSE(CSettings().StoreFile(dir.path())); // a folder can't be the file
+}
+
+TEST(Settings, LocationBesideTheProgramOnlyWhenAFileIsThere) {
+    TempDir dir;
+    const std::string program = dir.File("bin/tivox");
+    std::filesystem::create_directories(dir.File("bin"));
+    WriteFile(program, {0x7F, 'E', 'L', 'F'});
+    EXPECT_EQ(GetSettingsPath(program, "/cfg", "/home/a"), "/cfg/tivoxplus/TivoxSettings.dat");
+    EXPECT_EQ(GetSettingsPath(program, "", "/home/a"),
+              "/home/a/.config/tivoxplus/TivoxSettings.dat");
+    EXPECT_EQ(GetSettingsPath(program, "relative", "/home/a"),
+              "/home/a/.config/tivoxplus/TivoxSettings.dat");
+    WriteFile(dir.File("bin/TivoxSettings.dat"), {});
+    EXPECT_EQ(GetSettingsPath(program, "/cfg", "/home/a"), dir.File("bin/TivoxSettings.dat"));
+    // The program file itself is never taken, even when it bears the name.
+    EXPECT_EQ(GetSettingsPath(dir.File("bin/TivoxSettings.dat"), "/cfg", "/h"),
+              "/cfg/tivoxplus/TivoxSettings.dat");
+    EXPECT_EQ(GetSettingsPath("tivox", "/cfg", "/h"), "/cfg/tivoxplus/TivoxSettings.dat");
+}
+
+} // namespace
+} // namespace tivox::test
