@@ -1,0 +1,37 @@
+#pragma once
+// Rotating and mirroring photo files without decoding their pixels. UI thread.
+
+#include <string>
+
+namespace tivox {
+
+class CPhoto;
+class IEditHost;
+class IPrompt;
+
+// Operation codes of the five buttons, as the processor numbers them.
+inline constexpr int kLosslessRotateLeft = 1;
+inline constexpr int kLosslessRotateRight = 2;
+inline constexpr int kLosslessRotate180 = 3;
+inline constexpr int kLosslessMirrorHorizontal = 4;
+inline constexpr int kLosslessMirrorVertical = 5;
+
+// Writes the transformed `source` to `target` (1 left, 2 right, 3 half turn,
+// 4 mirror left-right, 5 mirror top-bottom). Another code shows
+// "JPEG lossless transformation: unsupported" through `prompt` (when given).
+// True when the target file was written.
+bool TransformFile(int code, const std::string& source, const std::string& target,
+                   IPrompt* prompt = nullptr);
+
+// The path cut at the last point of its file name, plus ".tmp":
+// "a.b.jpg" gives "a.b.tmp".
+std::string LosslessTempPath(const std::string& path);
+
+// The processor's lossless operation on one photo: transforms its file
+// through LosslessTempPath, replaces the photo file atomically, rebuilds the
+// thumbnail and the working image at the window's sizes and repaints the
+// window. 0 on success; -1 with `errorText` set on failure.
+int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
+                           IPrompt* prompt = nullptr);
+
+} // namespace tivox

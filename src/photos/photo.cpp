@@ -1,0 +1,165 @@
+#include "photos/photo.h"
+
+#include <unistd.h>
+
+#include "photos/scaled_loader.h"
+#include "platform/atomic_file.h"
+#include "platform/jpeg_codec.h"
+#include "platform/resampler.h"
+
+namespace tivox {
+
+namespace {
+
+// Loads through the caller's loader, or a temporary one.
+bool LoadWith(CScaledLoader* loader, const std::string& path, Size target, Bitmap& out,
+              Size& source) {
+    std::string error;
+    if (loader)
+        return loader->LoadInto(path, target, out, source, error);
+    CScaledLoader own;
+    return own.LoadInto(path, target, out, source, error);
+}
+
+} // namespace
+
+std::unique_ptr<Bitmap> CPhoto::LoadScaled(Size target, CScaledLoader* loader) {
+    auto image = std::make_unique<Bitmap>();
+    // An unreadable file gives an empty picture, which draws nothing.
+    LoadWith(loader, path, target, *image, sourceSize);
+    return image;
+}
+
+void CPhoto::StoreThumbnail(std::unique_ptr<Bitmap> image) {
+    thumbnail = std::move(image);
+    thumbnailReady.store(1, std::memory_order_release);
+}
+
+Bitmap* CPhoto::MakeThumbnail(Size target) {
+    auto image = LoadScaled(target);
+    std::lock_guard lock(m_thumbLock);
+    StoreThumbnail(std::move(image));
+    return thumbnail.get();
+}
+
+bool CPhoto::MakeThumbnailIfMissing(Size target, CScaledLoader& loader) {
+    {
+        std::lock_guard lock(m_thumbLock);
+        if (thumbnail)
+            return false;
+    }
+    auto image = std::make_unique<Bitmap>();
+    Size ignored;
+    LoadWith(&loader, path, target, *image, ignored);
+    std::lock_guard lock(m_thumbLock);
+    if (thumbnail)
+        return false;
+    StoreThumbnail(std::move(image));
+    return true;
+}
+
+void CPhoto::DropThumbnail() {
+    std::lock_guard lock(m_thumbLock);
+    if (!thumbnail)
+        return;
+    thumbnailReady.store(0, std::memory_order_release);
+    thumbnail.reset();
+}
+
+void CPhoto::LoadScreenImage(Size target, CScaledLoader* loader) {
+    // The old pixels make room for the new ones instead of a fresh buffer.
+    auto image = screenImage ? std::move(screenImage) : std::make_unique<Bitmap>();
+    LoadWith(loader, path, target, *image, sourceSize);
+    screenImage = std::move(image);
+    screenSize = {screenImage->Width(), screenImage->Height()};
+}
+
+std::unique_ptr<Bitmap> CPhoto::OpenFullImage() {
+    auto image = std::make_unique<Bitmap>();
+    CScaledLoader loader;
+    std::string error;
+    loader.LoadFull(path, *image, error);
+    return image;
+}
+
+Bitmap* CPhoto::LoadFullImage() {
+    fullImage.reset();
+    fullImage = OpenFullImage();
+    return fullImage.get();
+}
+
+void CPhoto::RebuildImages(Size thumbSize, Size screenBox, bool loadScreen) {
+    CScaledLoader loader;
+    auto thumb = LoadScaled(thumbSize, &loader);
+    {
+        std::lock_guard lock(m_thumbLock);
+        StoreThumbnail(std::move(thumb));
+    }
+    screenImage.reset();
+    if (loadScreen)
+        LoadScreenImage(screenBox, &loader);
+}
+
+Bitmap* CPhoto::ThumbnailFromScreen(Size target) {
+    DropThumbnail();
+    std::unique_ptr<Bitmap> thumb;
+    if (screenImage && !screenImage->IsEmpty()) {
+        const Size fitted = FitInto({screenImage->Width(), screenImage->Height()}, target);
+        thumb = ScaleImage(screenImage.get(), fitted.width, fitted.height);
+    }
+    // Without a working image the picture comes from the file.
+    if (!thumb)
+        thumb = LoadScaled(target);
+    std::lock_guard lock(m_thumbLock);
+    StoreThumbnail(std::move(thumb));
+    return thumbnail.get();
+}
+
+Bitmap* CPhoto::ReplaceImage(std::unique_ptr<Bitmap> image, bool full) {
+    if (!image)
+        return nullptr;
+    auto& slot = full ? fullImage : screenImage;
+    slot = std::move(image);
+    return slot.get();
+}
+
+Bitmap* CPhoto::FitToScreen(Bitmap* image, Size target, bool full) {
+    if (full)
+        return image;
+    const Size fitted =
+        image && !image->IsEmpty() ? FitInto({image->Width(), image->Height()}, target) : target;
+    return ReplaceImage(ScaleImage(image, fitted.width, fitted.height), false);
+}
+
+int CPhoto::SaveAsJpeg(int quality) {
+    const std::string temp = path + ".tmp";
+    // A temporary file that an earlier failure left behind goes first.
+    ::unlink(temp.c_str());
+    std::string error;
+    std::vector<std::uint8_t> bytes;
+    bool saved = false;
+    if (fullImage && !fullImage->IsEmpty()) {
+        JpegEncoder encoder;
+        if (encoder.Encode(*fullImage, quality, bytes, error)) {
+            // The camera's metadata stays with the photo.
+            std::vector<std::uint8_t> original;
+            if (ReadWholeFile(path, original, error))
+                CopyMetadataSections(original, bytes);
+            saved = WriteWholeFile(temp, bytes.data(), bytes.size(), error);
+        }
+    }
+    DropFullImage();
+    if (!saved)
+        return 0;
+    int errorNumber = 0;
+    return ReplaceFileDurably(temp, path, errorNumber, error) ? 1 : 0;
+}
+
+int CPhoto::IsLandscape() const {
+    std::lock_guard lock(m_thumbLock);
+    if (!thumbnail)
+        return 1;
+    return thumbnail->Width() >= thumbnail->Height() ? 1 : 0;
+}
+
+} // namespace tivox

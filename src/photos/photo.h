@@ -1,0 +1,101 @@
+#pragma once
+// One JPEG file of the open folder: its path, up to three images of different
+// sizes, the selection marker and the edits waiting for a commit.
+//
+// Threads: the thumbnail worker calls only MakeThumbnailIfMissing; everything
+// else belongs to the user-interface thread. The worker and the UI never work
+// on `thumbnail` at once: every write of `thumbnail` (and the worker's test of
+// it) happens under the photo's own lock, and `thumbnailReady` is published
+// with release ordering after `thumbnail` is in place. Painting reads
+// `thumbnailReady` with acquire ordering first and then `thumbnail` without
+// the lock: while it reads 1 the worker leaves `thumbnail` alone.
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "photos/pending_edits.h"
+#include "platform/bitmap.h"
+#include "platform/geometry.h"
+
+namespace tivox {
+
+class CScaledLoader;
+class IEditHost;
+
+class CPhoto {
+public:
+    CPhoto() = default;
+    virtual ~CPhoto() = default;
+    CPhoto(const CPhoto&) = delete;
+    CPhoto& operator=(const CPhoto&) = delete;
+
+    void SetPath(const std::string& filePath) { path = filePath; }
+
+    // Replaces `thumbnail` by LoadScaled(target) and marks it ready. A file
+    // that cannot be read gives an empty thumbnail that draws nothing.
+    Bitmap* MakeThumbnail(Size target);
+    // The worker's step: the same, but only when there is no thumbnail yet,
+    // and without touching `sourceSize`, which is the UI thread's. The file
+    // is decoded outside the lock; a thumbnail that the UI thread put in
+    // meanwhile wins. True when a thumbnail was made.
+    bool MakeThumbnailIfMissing(Size target, CScaledLoader& loader);
+    void DropThumbnail();
+
+    // Notes the size in screenSize. A loader kept by the caller saves the
+    // decoder's buffers between photos; the old screenImage's pixels are
+    // reused.
+    void LoadScreenImage(Size target, CScaledLoader* loader = nullptr);
+    void DropScreenImage() { screenImage.reset(); }
+    Bitmap* LoadFullImage();
+    void DropFullImage() { fullImage.reset(); }
+    // The file at full resolution, owned by the caller; an empty bitmap when
+    // the file cannot be read, null only when memory is short.
+    std::unique_ptr<Bitmap> OpenFullImage();
+
+    // The file fitted into `target` (FitInto), refreshing sourceSize. The
+    // picture is never larger than the box; a small one is enlarged. A file
+    // that cannot be read gives an empty bitmap and a sourceSize of 0 x 0.
+    std::unique_ptr<Bitmap> LoadScaled(Size target, CScaledLoader* loader = nullptr);
+
+    void RebuildImages(Size thumbSize, Size screenSize, bool loadScreen);
+    Bitmap* ThumbnailFromScreen(Size target);
+    // A null image changes nothing; else it replaces fullImage (with `full`)
+    // or screenImage and is returned.
+    Bitmap* ReplaceImage(std::unique_ptr<Bitmap> image, bool full);
+    // With `full` gives `image` back untouched. Else stores a copy of it,
+    // fitted into `target`, in screenImage and returns that. `image` stays
+    // with its owner.
+    Bitmap* FitToScreen(Bitmap* image, Size target, bool full);
+
+    // Replays the pending edits (defined with the image operations).
+    Bitmap* ApplyEdits(int mask, IEditHost& window, bool full);
+
+    // Writes fullImage over the file through path + ".tmp", replaced
+    // atomically after the data is on disc; fullImage is dropped in every
+    // case. 1 on success, 0 on failure (the photo file is then untouched).
+    int SaveAsJpeg(int quality);
+
+    int IsLandscape() const; // 1 without a thumbnail or when width >= height
+    int IsPortrait() const { return IsLandscape() ? 0 : 1; }
+
+    std::unique_ptr<Bitmap> thumbnail;
+    std::string path;
+    std::atomic<std::int32_t> thumbnailReady{0};
+    std::int32_t marker = 0; // 0 none, 1 red, 2 green, 3 blue
+    std::unique_ptr<Bitmap> screenImage;
+    std::unique_ptr<Bitmap> fullImage;
+    Size sourceSize; // of the file's picture, refreshed by LoadScaled
+    Size screenSize; // of screenImage as LoadScreenImage made it
+    CPendingEdits edits;
+
+private:
+    // Stores a new thumbnail and publishes it; caller holds m_thumbLock.
+    void StoreThumbnail(std::unique_ptr<Bitmap> image);
+
+    mutable std::mutex m_thumbLock;
+};
+
+} // namespace tivox

@@ -1,0 +1,41 @@
+#pragma once
+// Reads a photo file fitted into a box: the smallest DCT scale that still
+// covers the fitted size, then the resampler. Keeps its decoder, its decode
+// buffer and its resampler between calls, so a loop over a folder allocates
+// only the results. One object per thread.
+//
+// Besides JPEG it reads binary PPM and PAM files (recognised by their first
+// bytes), which the batch front end uses for exact pixel checks.
+
+#include <memory>
+#include <string>
+
+#include "platform/bitmap.h"
+#include "platform/geometry.h"
+#include "platform/jpeg_codec.h"
+#include "platform/resampler.h"
+
+namespace tivox {
+
+class CScaledLoader {
+public:
+    // Decodes `path` fitted into `target` (FitInto) into `out`, reusing its
+    // buffer. `source` gets the file's picture size. A file that cannot be
+    // read leaves `out` empty and `source` 0 x 0, and the result is false
+    // with `error` set.
+    bool LoadInto(const std::string& path, Size target, Bitmap& out, Size& source,
+                  std::string& error);
+
+    // The whole picture at full resolution.
+    bool LoadFull(const std::string& path, Bitmap& out, std::string& error);
+
+private:
+    // Fills m_decoded at the smallest scale that covers `target` fitted.
+    bool DecodeCovering(const std::string& path, Size target, Size& source, std::string& error);
+
+    JpegDecoder m_decoder;
+    Bitmap m_decoded;
+    Resampler m_resampler;
+};
+
+} // namespace tivox

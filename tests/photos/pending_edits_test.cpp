@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "photos/pending_edits.h"
+
+namespace tivox {
+namespace {
+
+TEST(PendingEdits, AnySetterMakesItPendingEvenWithANeutralValue) {
+    const std::function<void(CPendingEdits&)> setters[] = {
+        [](CPendingEdits& e) { e.SetBrightness(0); },
+        [](CPendingEdits& e) { e.SetContrast(1); },
+        [](CPendingEdits& e) { e.SetSharpness(0); },
+        [](CPendingEdits& e) { e.SetGamma(1); },
+        [](CPendingEdits& e) { e.SetSaturation(1); },
+        [](CPendingEdits& e) { e.SetGrayscale(0); },
+        [](CPendingEdits& e) { e.SetNegative(0); },
+        [](CPendingEdits& e) { e.SetCrop({}); },
+        [](CPendingEdits& e) { e.SetDenoise(1); },
+        [](CPendingEdits& e) { e.AddRedEyePoint({}); },
+        [](CPendingEdits& e) { e.SetResize({}); },
+    };
+    for (const auto& set : setters) {
+        CPendingEdits e;
+        EXPECT_FALSE(e.HasPending());
+        set(e);
+        EXPECT_TRUE(e.HasPending());
+        e.Clear();
+        EXPECT_FALSE(e.HasPending());
+    }
+}
+
+TEST(PendingEdits, ClearKeepsRectanglesButDropsValuesAndPoints) {
+    CPendingEdits e;
+    e.SetCrop({1, 2, 30, 40});
+    e.SetCrop({5, 6, 70, 80}); // replaces
+    e.SetResize({640, 480});
+    e.AddRedEyePoint({10, 20});
+    e.AddRedEyePoint({30, 40}); // adds up
+    e.SetGamma(1.5f);
+    e.SetDenoise(1);
+    ASSERT_EQ(e.redEyePoints.size(), 2u);
+    EXPECT_EQ(e.redEyePoints[1], (Point{30, 40}));
+    e.Clear();
+    EXPECT_EQ(e.cropRect, (Rect{5, 6, 70, 80}));
+    EXPECT_EQ(e.resizeSize, (Size{640, 480}));
+    EXPECT_TRUE(e.redEyePoints.empty());
+    EXPECT_EQ(e.gamma, 0.0f);
+    EXPECT_EQ(e.denoiseLevel, 0);
+    EXPECT_EQ(e.cropPending + e.resizePending + e.colorPending, 0);
+}
+
+} // namespace
+} // namespace tivox

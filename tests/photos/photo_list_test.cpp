@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "photos/photo_list.h"
+#include "support/fake_edit_host.h"
+#include "support/test_jpeg.h"
+
+namespace tivox {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> Names(const CPhotoList& list, const std::string& root) {
+    std::vector<std::string> names;
+    for (int i = 0; i < list.Count(); ++i)
+        names.push_back(list.PhotoAt(i)->path.substr(root.size() + 1));
+    return names;
+}
+
+TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
+    test::TempDir dir;
+    for (const char* sub : {"m", "q.jpg", "m/deep"})
+        fs::create_directory(dir.File(sub));
+    for (const char* f : {"n.Jpg", "b.JPG", "a.jpg", "x.jpeg", "x.jpg.bak", "m/z.jpg", "m/y.jpg",
+                          "m/deep/k.jpg", "q.jpg/p.jpg", "readme.txt"})
+        ASSERT_TRUE(test::WriteFile(dir.File(f), {}));
+    const std::vector<std::string> expected = {"a.jpg",   "b.JPG", "m/deep/k.jpg", "m/y.jpg",
+                                               "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"};
+    for (const std::string& folder : {dir.path(), dir.path() + "/"}) {
+        CPhotoList list;
+        list.Open(folder);
+        EXPECT_EQ(Names(list, dir.path()), expected);
+        list.Clear();
+        EXPECT_EQ(list.Count(), 0);
+    }
+}
+
+TEST(PhotoList, EmptyOrMissingFoldersGiveAnEmptyList) {
+    test::TempDir dir;
+    for (const std::string& folder : {dir.path(), dir.File("missing")}) {
+        CPhotoList list;
+        list.Open(folder);
+        EXPECT_EQ(list.Count(), 0);
+        list.ResetCursor();
+        EXPECT_EQ(list.AtEnd(), 1);
+        EXPECT_EQ(list.PhotoAt(0), nullptr);
+        EXPECT_TRUE(list.WaitWorker(5000));
+    }
+}
+
+class WorkerTest : public ::testing::Test {
+protected:
+    void MakePhotos(int count) {
+        for (int i = 0; i < count; ++i) {
+            test::TestJpegOptions o;
+            o.width = 64 + 8 * (i % 3);
+            o.height = 48;
+            char name[32];
+            std::snprintf(name, sizeof name, "p%03d.jpg", i);
+            ASSERT_TRUE(test::WriteFile(dir.File(name), test::MakeJpeg(o)));
+        }
+    }
+    test::TempDir dir;
+    test::FakeHost host;
+    CPhotoList list;
+};
+
+TEST_F(WorkerTest, ThumbnailsArriveInListOrderWithANotificationEach) {
+    MakePhotos(6);
+    ASSERT_TRUE(test::WriteFile(dir.File("p002.jpg"), {'x'})); // broken one
+    list.SetThumbnailSize({32, 24});
+    list.SetWindow(&host);
+    list.Open(dir.path());
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(host.Tiles(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
+    for (int i = 0; i < list.Count(); ++i) {
+        CPhoto* p = list.PhotoAt(i);
+        ASSERT_EQ(p->thumbnailReady.load(std::memory_order_acquire), 1);
+        EXPECT_EQ(p->thumbnail->IsEmpty(), i == 2);
+        if (i != 2) {
+            EXPECT_EQ(p->thumbnail->Width(), 32); // all are wider than 4:3
+        }
+    }
+    // A second opening builds everything anew, also without a window.
+    list.Clear();
+    list.SetWindow(nullptr);
+    list.Open(dir.path());
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(list.PhotoAt(5)->thumbnailReady.load(), 1);
+    EXPECT_EQ(host.Tiles().size(), 6u);
+}
+
+// Stops the worker from inside its first notification.
+class StoppingHost : public test::FakeHost {
+public:
+    void InvalidateTile(int index) override {
+        FakeHost::InvalidateTile(index);
+        list->stopRequested.store(1);
+    }
+    CPhotoList* list = nullptr;
+};
+
+TEST_F(WorkerTest, StopIsHonouredBetweenPhotos) {
+    MakePhotos(4);
+    StoppingHost stopping;
+    stopping.list = &list;
+    list.SetWindow(&stopping);
+    list.Open(dir.path());
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(list.PhotoAt(0)->thumbnailReady.load(), 1);
+    for (int i = 1; i < 4; ++i)
+        EXPECT_EQ(list.PhotoAt(i)->thumbnail, nullptr);
+    EXPECT_TRUE(list.StopWorker(0));
+}
+
+TEST_F(WorkerTest, ClearingOrRemovingWhileTheWorkerRunsIsSafe) {
+    MakePhotos(24);
+    list.SetWindow(&host);
+    for (int round = 0; round < 5; ++round) {
+        list.Open(dir.path());
+        list.Clear(); // joins: no photo freed under the worker
+    }
+    list.Open(dir.path());
+    // Remove from the front and the middle while thumbnails are being built.
+    for (int i = 0; i < 6; ++i) {
+        list.Remove(list.PhotoAt(0));
+        list.Remove(list.PhotoAt(list.Count() / 2));
+    }
+    ASSERT_TRUE(list.WaitWorker(20000));
+    ASSERT_EQ(list.Count(), 12);
+    // The worker did not skip photos whose index shifted under it.
+    for (int i = 0; i < list.Count(); ++i)
+        EXPECT_EQ(list.PhotoAt(i)->thumbnailReady.load(std::memory_order_acquire), 1) << i;
+    // Painting-like readers and UI writes on the same photos meanwhile.
+    list.Clear();
+    list.Open(dir.path());
+    for (int i = 0; i < list.Count(); ++i) {
+        CPhoto* p = list.PhotoAt(i);
+        if (p->thumbnailReady.load(std::memory_order_acquire)) {
+            EXPECT_GE(p->thumbnail->Width(), 0);
+        }
+        if (i % 3 == 0)
+            p->ThumbnailFromScreen({20, 20});
+        else if (i % 3 == 1)
+            p->DropThumbnail();
+        (void)p->IsLandscape();
+    }
+}
+
+TEST_F(WorkerTest, CursorLoopsSurviveRemoval) {
+    MakePhotos(5);
+    list.Open(dir.path());
+    list.ResetCursor();
+    int seen = 0;
+    while (!list.AtEnd()) {
+        CPhoto* p = list.NextPhoto();
+        ++seen;
+        if (p->path.find("p001") != std::string::npos || p->path.find("p004") != std::string::npos)
+            list.RemoveCurrent();
+    }
+    EXPECT_EQ(seen, 5);
+    EXPECT_EQ(list.Count(), 3);
+    EXPECT_EQ(list.AtEnd(), 1); // the last one went through RemoveCurrent
+    CPhoto stranger;
+    list.Remove(&stranger); // not in the list: nothing happens
+    EXPECT_EQ(list.Count(), 3);
+    list.LoadScreenImageAt(7); // outside: nothing
+    list.SetScreenSize({32, 32});
+    list.LoadScreenImageAt(0);
+    ASSERT_NE(list.PhotoAt(0)->screenImage, nullptr);
+    EXPECT_EQ(list.PhotoAt(0)->screenImage->Width(), 32);
+}
+
+} // namespace
+} // namespace tivox

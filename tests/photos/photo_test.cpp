@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include "photos/photo.h"
+#include "platform/atomic_file.h"
+#include "platform/jpeg_codec.h"
+#include "support/photo_pixels.h"
+#include "support/test_jpeg.h"
+
+namespace tivox {
+namespace {
+
+class PhotoTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        path = dir.File("img_0001.jpg");
+        test::TestJpegOptions o;
+        o.width = 160;
+        o.height = 120;
+        o.exif = test::CameraExifPayload(test::CameraExif{});
+        ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
+        photo.SetPath(path);
+    }
+    test::TempDir dir;
+    std::string path;
+    CPhoto photo;
+};
+
+TEST_F(PhotoTest, LoadScaledFitsIntoTheBoxAndNotesTheSourceSize) {
+    auto img = photo.LoadScaled({120, 88});
+    ASSERT_TRUE(img);
+    EXPECT_EQ(img->Width(), 117);
+    EXPECT_EQ(img->Height(), 88);
+    EXPECT_EQ(photo.sourceSize, (Size{160, 120}));
+    img = photo.LoadScaled({640, 640}); // enlarged up to the box
+    EXPECT_EQ(img->Width(), 640);
+    EXPECT_EQ(img->Height(), 480);
+}
+
+TEST_F(PhotoTest, UnreadableFilesGetAThumbnailThatDrawsNothing) {
+    const test::Bytes junk = {'n', 'o', 't', ' ', 'j', 'p', 'e', 'g'};
+    for (const test::Bytes& content : {junk, test::Bytes{}}) {
+        ASSERT_TRUE(test::WriteFile(path, content));
+        Bitmap* thumb = photo.MakeThumbnail({120, 88});
+        ASSERT_NE(thumb, nullptr);
+        EXPECT_TRUE(thumb->IsEmpty());
+        EXPECT_EQ(photo.thumbnailReady.load(), 1);
+        EXPECT_EQ(photo.sourceSize, (Size{0, 0}));
+    }
+    photo.SetPath(dir.File("gone.jpg"));
+    EXPECT_TRUE(photo.MakeThumbnail({120, 88})->IsEmpty());
+    EXPECT_TRUE(photo.OpenFullImage()->IsEmpty());
+}
+
+TEST_F(PhotoTest, LandscapeFollowsTheThumbnail) {
+    EXPECT_EQ(photo.IsLandscape(), 1); // no thumbnail
+    photo.MakeThumbnail({120, 88});
+    EXPECT_EQ(photo.IsLandscape(), 1);
+    photo.thumbnail->Reset(10, 10); // square
+    EXPECT_EQ(photo.IsLandscape(), 1);
+    photo.thumbnail->Reset(10, 11);
+    EXPECT_EQ(photo.IsPortrait(), 1);
+    photo.DropThumbnail();
+    EXPECT_EQ(photo.thumbnail, nullptr);
+    EXPECT_EQ(photo.thumbnailReady.load(), 0);
+}
+
+TEST_F(PhotoTest, RebuildWithoutTheFlagLeavesTheScreenImageToTheNextView) {
+    photo.LoadScreenImage({100, 100});
+    EXPECT_EQ(photo.screenSize, (Size{100, 75}));
+    photo.RebuildImages({40, 30}, {100, 100}, false);
+    EXPECT_EQ(photo.screenImage, nullptr);
+    EXPECT_EQ(photo.thumbnail->Width(), 40);
+    photo.RebuildImages({40, 30}, {100, 100}, true);
+    ASSERT_NE(photo.screenImage, nullptr);
+    EXPECT_EQ(photo.screenImage->Width(), 100);
+}
+
+TEST_F(PhotoTest, ThumbnailFromScreenShowsTheWorkingImage) {
+    photo.LoadScreenImage({160, 120});
+    photo.screenImage->Fill(0xFF00FF00u); // an "edit"
+    Bitmap* thumb = photo.ThumbnailFromScreen({40, 40});
+    EXPECT_EQ(thumb->Width(), 40);
+    EXPECT_EQ(thumb->Height(), 30);
+    EXPECT_EQ(thumb->PixelAt(20, 15), 0xFF00FF00u);
+    // Without a working image the thumbnail comes from the file.
+    photo.DropScreenImage();
+    thumb = photo.ThumbnailFromScreen({40, 40});
+    EXPECT_NE(thumb->PixelAt(20, 15), 0xFF00FF00u);
+}
+
+TEST_F(PhotoTest, ReplaceAndFitToScreen) {
+    EXPECT_EQ(photo.ReplaceImage(nullptr, false), nullptr);
+    auto big = std::make_unique<Bitmap>();
+    big->Reset(400, 100);
+    big->Fill(0xFF112233u);
+    Bitmap* raw = big.get();
+    EXPECT_EQ(photo.FitToScreen(raw, {200, 200}, true), raw);
+    Bitmap* fitted = photo.FitToScreen(raw, {200, 200}, false);
+    ASSERT_EQ(fitted, photo.screenImage.get());
+    EXPECT_EQ(fitted->Width(), 200);
+    EXPECT_EQ(fitted->Height(), 50);
+    EXPECT_EQ(photo.ReplaceImage(std::move(big), true), raw);
+    EXPECT_EQ(photo.fullImage.get(), raw);
+}
+
+TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadata) {
+    ASSERT_TRUE(test::WriteFile(path + ".tmp", {1, 2, 3})); // left by an earlier failure
+    photo.LoadFullImage();
+    ASSERT_EQ(photo.fullImage->Width(), 160);
+    photo.fullImage->Fill(0xFFFF0000u);
+    EXPECT_EQ(photo.SaveAsJpeg(90), 1);
+    EXPECT_EQ(photo.fullImage, nullptr);
+    EXPECT_NE(::access((path + ".tmp").c_str(), F_OK), 0);
+    Bitmap back;
+    std::string error;
+    ASSERT_TRUE(DecodeJpegFile(path, {}, back, error));
+    EXPECT_GT(back.PixelAt(80, 60) >> 16 & 0xFF, 240u);
+    test::Bytes bytes;
+    ASSERT_TRUE(test::ReadFile(path, bytes));
+    const auto exif = test::CameraExifPayload(test::CameraExif{});
+    EXPECT_NE(std::search(bytes.begin(), bytes.end(), exif.begin(), exif.end()), bytes.end());
+}
+
+TEST_F(PhotoTest, AFailedSaveLeavesThePhotoAndDropsTheFullImage) {
+    test::Bytes before;
+    ASSERT_TRUE(test::ReadFile(path, before));
+    EXPECT_EQ(photo.SaveAsJpeg(90), 0);           // nothing to save
+    photo.fullImage = std::make_unique<Bitmap>(); // empty picture
+    EXPECT_EQ(photo.SaveAsJpeg(90), 0);
+    EXPECT_EQ(photo.fullImage, nullptr);
+    test::Bytes after;
+    ASSERT_TRUE(test::ReadFile(path, after));
+    EXPECT_EQ(before, after);
+}
+
+} // namespace
+} // namespace tivox
