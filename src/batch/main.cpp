@@ -15,7 +15,7 @@ int RunMakeCard(const Args& args);
 int RunTransfer(const Args& args);
 int RunRestore(const Args& args);
 int RunDrives(const Args& args);
-
+int RunEdit(const Args& args);
 namespace {
 
 const BatchCommand kCommands[] = {
@@ -27,6 +27,11 @@ const BatchCommand kCommands[] = {
      RunTransfer},
     {"restore", "--photos DIR [--rule RULE] [--yes]", RunRestore},
     {"drives", "[--mountinfo FILE] [--sysfs DIR] [--labels DIR]", RunDrives},
+    {"edit",
+     "FILE [--brightness B] [--contrast C] [--sharpness S] [--gamma G] [--saturation S] "
+     "[--grayscale] [--negative] [--denoise] [--redeye X,Y]... [--crop X,Y,W,H] [--resize WxH] "
+     "[--screen WxH] [--quality Q] [--out FILE]",
+     RunEdit},
 };
 
 void PrintUsage(std::FILE* out) {

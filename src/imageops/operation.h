@@ -49,22 +49,37 @@ struct COperation {
     std::int32_t width = 0;
     std::int32_t height = 0;
 
-    static COperation Plain(std::int32_t code) { return COperation{code, kindPlain}; }
+    static COperation Plain(std::int32_t code) {
+        COperation op;
+        op.code = code;
+        return op;
+    }
     static COperation Value(std::int32_t code, float value) {
-        COperation op{code, kindValue};
+        COperation op;
+        op.code = code;
+        op.kind = kindValue;
         op.value = value;
         return op;
     }
     static COperation Resize(int width, int height, std::string folder = {}) {
-        COperation op{opResize, kindResize};
+        COperation op;
+        op.code = opResize;
+        op.kind = kindResize;
         op.text = std::move(folder);
         op.width = width;
         op.height = height;
         return op;
     }
-    static COperation Denoise() { return COperation{opDenoise, kindDenoise}; }
+    static COperation Denoise() {
+        COperation op;
+        op.code = opDenoise;
+        op.kind = kindDenoise;
+        return op;
+    }
     static COperation Crop(int x, int y, int width, int height) {
-        COperation op{opCrop, kindRect};
+        COperation op;
+        op.code = opCrop;
+        op.kind = kindRect;
         op.x = x;
         op.y = y;
         op.width = width;

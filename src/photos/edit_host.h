@@ -8,6 +8,7 @@
 
 namespace tivox {
 
+class CPhoto;
 class CPhotoList;
 
 class IEditHost {
@@ -20,6 +21,9 @@ public:
     virtual void Invalidate() = 0;           // repaint the whole window
     virtual void InvalidateTile(int index) = 0;
     virtual void BringToTop() = 0;           // raise the window over the tool window
+    // The photo that "Current" means: the one shown alone, or in tile mode
+    // the one under the mouse; null when there is none.
+    virtual CPhoto* GetCurrentPhoto() { return nullptr; }
 };
 
 } // namespace tivox

@@ -1,0 +1,216 @@
+// tivox-batch edit: the edits of the Image Operations window on one photo,
+// recorded as the window records them for a photo shown on a screen of the
+// given size, then committed as "&Commit" does.
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "batch/batch_command.h"
+#include "imageops/image_processor.h"
+#include "imageops/operation.h"
+#include "imageops/red_eye_click.h"
+#include "photos/edit_host.h"
+#include "photos/photo.h"
+#include "platform/atomic_file.h"
+#include "platform/jpeg_codec.h"
+#include "platform/pnm_io.h"
+
+namespace tivox::batch {
+
+namespace {
+
+// The window as far as the edits need it: one photo on a screen.
+class EditHost final : public IEditHost {
+public:
+    EditHost(Size screen, int quality, CPhoto& photo)
+        : m_screen(screen), m_quality(quality), m_photo(photo) {}
+    Size GetScreenSize() const override { return m_screen; }
+    Size GetThumbSize() const override { return Size{120, 88}; }
+    int GetJpegQuality() const override { return m_quality; }
+    CPhotoList* GetPhotoList() override { return nullptr; }
+    void Invalidate() override {}
+    void InvalidateTile(int) override {}
+    void BringToTop() override {}
+    CPhoto* GetCurrentPhoto() override { return &m_photo; }
+
+private:
+    Size m_screen;
+    int m_quality;
+    CPhoto& m_photo;
+};
+
+// A slider: its code, option, and range of positions (value = position * 0.01).
+struct Slider {
+    std::int32_t code;
+    const char* option;
+    int lowest, highest, neutral;
+};
+constexpr Slider kSliders[] = {
+    {opBrightness, "--brightness", -60, 60, 0},  {opContrast, "--contrast", 60, 300, 100},
+    {opSharpness, "--sharpness", 0, 100, 0},     {opGamma, "--gamma", 10, 200, 100},
+    {opSaturation, "--saturation", 0, 300, 100},
+};
+
+bool ParseInts(const std::string& text, std::vector<int>& values, std::size_t count) {
+    values.clear();
+    std::size_t start = 0;
+    while (true) {
+        const auto comma = text.find(',', start);
+        int v = 0;
+        if (!ParseInt(text.substr(start, comma - start), v))
+            return false;
+        values.push_back(v);
+        if (comma == std::string::npos)
+            break;
+        start = comma + 1;
+    }
+    return values.size() == count;
+}
+
+int Fail(const std::string& message) {
+    std::fprintf(stderr, "tivox-batch edit: %s\n", message.c_str());
+    return kExitFailure;
+}
+
+// Writes the committed picture somewhere else than over the photo: exact
+// pixels for .ppm and .pam, else JPEG with the photo's metadata. The file
+// appears whole or not at all.
+bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::string& out,
+              int quality, std::string& error) {
+    if (IsPnmName(out))
+        return WritePnmFile(image, out, error);
+    std::vector<std::uint8_t> bytes, original;
+    JpegEncoder encoder;
+    if (!encoder.Encode(image, quality, bytes, error))
+        return false;
+    if (ReadWholeFile(photoPath, original, error))
+        CopyMetadataSections(original, bytes);
+    const std::string temp = out + ".tmp";
+    int errorNumber = 0;
+    if (!WriteWholeFile(temp, bytes.data(), bytes.size(), error) ||
+        !ReplaceFileDurably(temp, out, errorNumber, error)) {
+        std::remove(temp.c_str());
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int RunEdit(const Args& input) {
+    Args args = input;
+    // Slider values as positions, so they become the very floats a slider gives.
+    int positions[5];
+    bool colour = false;
+    for (int i = 0; i < 5; ++i) {
+        const Slider& s = kSliders[i];
+        positions[i] = s.neutral;
+        std::string text;
+        if (!TakeOption(args, s.option, text))
+            continue;
+        double value = 0;
+        if (!ParseFloat(text, value) || !std::isfinite(value))
+            return UsageError("edit");
+        const long position = std::lround(value * 100.0);
+        if (position < s.lowest || position > s.highest)
+            return Fail(std::string(s.option) + " takes " + std::to_string(s.lowest / 100.0) +
+                        " to " + std::to_string(s.highest / 100.0));
+        positions[i] = int(position);
+        colour = true;
+    }
+    const bool grayscale = TakeFlag(args, "--grayscale");
+    const bool negative = TakeFlag(args, "--negative");
+    colour = colour || grayscale || negative;
+    const bool denoise = TakeFlag(args, "--denoise");
+
+    std::vector<Point> redEyes;
+    std::string text;
+    std::vector<int> values;
+    while (TakeOption(args, "--redeye", text)) {
+        if (!ParseInts(text, values, 2))
+            return UsageError("edit");
+        redEyes.push_back(Point{values[0], values[1]});
+    }
+    bool crop = false;
+    Rect cropRect;
+    if (TakeOption(args, "--crop", text)) {
+        if (!ParseInts(text, values, 4))
+            return UsageError("edit");
+        crop = true;
+        cropRect = Rect{values[0], values[1], values[2], values[3]};
+    }
+    Size resize{0, 0}, screen{1024, 768};
+    if (TakeOption(args, "--resize", text) && !ParseSize(text, resize.width, resize.height))
+        return UsageError("edit");
+    if (TakeOption(args, "--screen", text) && !ParseSize(text, screen.width, screen.height))
+        return UsageError("edit");
+    int quality = 80;
+    if (TakeOption(args, "--quality", text) &&
+        (!ParseInt(text, quality) || quality < 1 || quality > 100))
+        return Fail("--quality takes 1 to 100");
+    std::string out;
+    const bool hasOut = TakeOption(args, "--out", out);
+    if (args.size() != 1 || args[0].empty() || args[0][0] == '-')
+        return UsageError("edit");
+
+    CPhoto photo;
+    photo.SetPath(args[0]);
+    EditHost host(screen, quality, photo);
+    // The photo as the window shows it alone.
+    photo.LoadScreenImage(screen);
+    if (photo.sourceSize.width <= 0 || !photo.screenImage || photo.screenImage->IsEmpty())
+        return Fail("cannot read " + args[0]);
+
+    CImageProcessor processor;
+    processor.SetWindow(&host);
+    auto execute = [&](const COperation& op) {
+        if (processor.Execute(op, &photo, false) == 0)
+            return true;
+        std::fprintf(stderr, "tivox-batch edit: %s\n",
+                     RenderUiText(processor.GetErrorText()).c_str());
+        return false;
+    };
+    if (denoise && !execute(COperation::Denoise()))
+        return kExitFailure;
+    for (const Point& click : redEyes)
+        RedEyeClick(photo, screen, click);
+    if (crop && !execute(COperation::Crop(cropRect.x, cropRect.y, cropRect.width, cropRect.height)))
+        return kExitFailure;
+    if (resize.width > 0 && !execute(COperation::Resize(resize.width, resize.height)))
+        return kExitFailure;
+    if (colour) {
+        // As the colour tab does it: back to neutral, then every value anew.
+        processor.SetOperation(opResetColor);
+        execute(COperation::Plain(opResetColor));
+        for (int i = 0; i < 5; ++i)
+            processor.SetOperation(kSliders[i].code, float(positions[i]) * 0.01f);
+        if (grayscale)
+            processor.SetOperation(opGrayscale);
+        if (negative)
+            processor.SetOperation(opNegative);
+        execute(COperation::Plain(opApplyColor));
+    }
+
+    // The commit.
+    photo.ApplyEdits(editAll, host, true);
+    if (!photo.fullImage || photo.fullImage->IsEmpty())
+        return Fail("cannot read " + args[0]);
+    if (hasOut) {
+        std::string error;
+        const bool written = WriteOut(*photo.fullImage, photo.path, out, quality, error);
+        photo.DropFullImage();
+        if (!written)
+            return Fail("Save failed: " + out + (error.empty() ? "" : " (" + error + ")"));
+        std::printf("saved %s\n", out.c_str());
+    } else {
+        if (!photo.SaveAsJpeg(quality))
+            return Fail("Save failed: " + photo.path);
+        std::printf("saved %s\n", photo.path.c_str());
+    }
+    photo.edits.Clear();
+    return kExitOk;
+}
+
+} // namespace tivox::batch

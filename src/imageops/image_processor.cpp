@@ -1,0 +1,232 @@
+#include "imageops/image_processor.h"
+
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+#include "imageops/convolution.h"
+#include "imageops/crop_image.h"
+#include "imageops/lossless_transform.h"
+#include "photos/edit_host.h"
+#include "photos/photo.h"
+#include "photos/photo_list.h"
+#include "platform/bitmap.h"
+#include "platform/jpeg_codec.h"
+#include "platform/resampler.h"
+
+namespace tivox {
+
+void CImageProcessor::ResetColorState() {
+    m_colorMatrix = ColorMatrix::Identity();
+    m_brightness = 0.0f;
+    m_sharpness = 0.0f;
+    m_contrast = 1.0f;
+    m_gamma = 1.0f;
+    m_saturation = 1.0f;
+    m_grayscale = 0;
+    m_negative = 0;
+}
+
+void CImageProcessor::SetOperation(std::int32_t code, float value) {
+    switch (code) {
+    case opBrightness:
+        m_brightness = value;
+        MultiplyMatrix(BrightnessMatrix(value));
+        break;
+    case opContrast:
+        m_contrast = value;
+        MultiplyMatrix(ContrastMatrix(value));
+        break;
+    case opSaturation:
+        m_saturation = value;
+        MultiplyMatrix(SaturationMatrix(value));
+        break;
+    case opSharpness:
+        m_sharpness = value;
+        break;
+    case opGamma:
+        m_gamma = value;
+        break;
+    case opGrayscale:
+        m_grayscale = !m_grayscale;
+        MultiplyMatrix(GrayscaleMatrix());
+        break;
+    case opNegative:
+        m_negative = !m_negative;
+        MultiplyMatrix(NegativeMatrix());
+        break;
+    case opResetColor:
+        ResetColorState();
+        break;
+    default:
+        break;
+    }
+    m_lastOperation = code;
+}
+
+void CImageProcessor::RecordColor(CPhoto* photo) const {
+    if (!photo)
+        return;
+    CPendingEdits& e = photo->edits;
+    e.SetBrightness(m_brightness);
+    e.SetContrast(m_contrast);
+    e.SetSharpness(m_sharpness);
+    e.SetGamma(m_gamma);
+    e.SetSaturation(m_saturation);
+    e.SetGrayscale(m_grayscale);
+    e.SetNegative(m_negative);
+}
+
+void CImageProcessor::ApplyColor(CPhoto* photo, bool full) {
+    if (!photo)
+        return;
+    Bitmap* image = full ? photo->fullImage.get() : photo->screenImage.get();
+    if (!image) {
+        // A photo that was never shown only gets the values recorded.
+        if (!full)
+            RecordColor(photo);
+        return;
+    }
+    if (m_lastOperation == opResetColor) {
+        // Slider steps never pile up: the working image starts from the file.
+        if (m_window)
+            photo->LoadScreenImage(m_window->GetScreenSize());
+        ResetColorState();
+        if (!full)
+            RecordColor(photo);
+        return;
+    }
+    if (!full)
+        RecordColor(photo);
+    ApplyColorMatrix(*image, m_colorMatrix, m_gamma);
+    if (m_sharpness != 0.0f)
+        Sharpen(*image, SharpenStrength(m_sharpness));
+}
+
+int CImageProcessor::Fail(UiText text) {
+    m_errorText = std::move(text);
+    return -1;
+}
+
+int CImageProcessor::Execute(const COperation& operation, CPhoto* photo, bool batch) {
+    if (!photo)
+        return 0;
+    switch (operation.code) {
+    case opRotateLeft:
+    case opRotateRight:
+    case opRotate180:
+    case opMirrorHorizontal:
+    case opMirrorVertical:
+        return LosslessTransform(operation.code, photo);
+    case opDenoise:
+        photo->edits.SetDenoise(1);
+        if (m_window)
+            photo->ApplyEdits(editAll, *m_window, false);
+        return 0;
+    case opCrop:
+        return Crop(operation, *photo);
+    case opResize:
+        return operation.text.empty() ? Resize(operation, *photo) : ScaledCopy(operation, *photo);
+    case opDelete:
+        return DeletePhoto(photo, batch);
+    case opResetColor:
+        SetOperation(opResetColor);
+        ApplyColor(photo, false);
+        return 0;
+    case opApplyColor:
+        ApplyColor(photo, false);
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+int CImageProcessor::Crop(const COperation& operation, CPhoto& photo) {
+    const Rect rect{operation.x, operation.y, operation.width, operation.height};
+    if (rect.width <= 0 || rect.height <= 0)
+        return Fail({TIVOX_TR("The crop rectangle is empty."), {}});
+    if (photo.screenImage && m_window) {
+        // Refuse a rectangle that would cut nothing out of the picture.
+        const Size image{photo.screenImage->Width(), photo.screenImage->Height()};
+        const Size screen = m_window->GetScreenSize();
+        const Rect cut =
+            ClipToImage(ScreenRectToImage(image, FitInto(image, screen), screen, rect), image);
+        if (cut.width <= 0 || cut.height <= 0)
+            return Fail({TIVOX_TR("The crop rectangle lies outside the picture."), {}});
+    }
+    photo.edits.SetCrop(rect);
+    if (m_window)
+        photo.ApplyEdits(editCrop, *m_window, false);
+    SetOperation(opCrop);
+    ApplyColor(&photo, false);
+    return 0;
+}
+
+int CImageProcessor::Resize(const COperation& operation, CPhoto& photo) {
+    const std::int64_t bytes = std::int64_t(operation.width) * std::int64_t(operation.height) * 4;
+    if (operation.width <= 0 || operation.height <= 0 || bytes > kDefaultBitmapBudget)
+        return Fail({TIVOX_TR("A picture of %s x %s pixels is too large or empty."),
+                     {std::to_string(operation.width), std::to_string(operation.height)}});
+    photo.edits.SetResize(Size{operation.width, operation.height});
+    if (m_window)
+        photo.ApplyEdits(editResize, *m_window, false);
+    return 0;
+}
+
+int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
+    const auto slash = photo.path.rfind('/');
+    if (slash == std::string::npos || slash + 1 >= photo.path.size())
+        return Fail({TIVOX_TR("ResizePhoto: filename error"), {}});
+    std::string target = operation.text;
+    if (target.back() != '/')
+        target += '/';
+    target += photo.path.substr(slash + 1);
+
+    // The file as it is on disc, without any of the recorded edits.
+    std::string error;
+    Bitmap full;
+    // Decoded at the smallest DCT scale that still covers the target size.
+    if (!DecodeJpegFile(photo.path, Size{operation.width, operation.height}, full, error) ||
+        full.IsEmpty())
+        return Fail({TIVOX_TR("Could not read %s"), {photo.path}});
+    auto scaled = ScaleImage(&full, operation.width, operation.height);
+    if (!scaled)
+        return Fail({TIVOX_TR("A picture of %s x %s pixels is too large or empty."),
+                     {std::to_string(operation.width), std::to_string(operation.height)}});
+    const int quality = m_window ? m_window->GetJpegQuality() : 80;
+    if (!EncodeJpegFile(*scaled, quality, target, error))
+        return Fail({TIVOX_TR("Could not write %s"), {target}});
+    return 0;
+}
+
+int CImageProcessor::LosslessTransform(std::int32_t code, CPhoto* photo) {
+    if (!photo || !m_window)
+        return 0;
+    std::string error;
+    if (LosslessTransformPhoto(code, *photo, *m_window, error) == 0)
+        return 0;
+    return Fail({"%s", {error}});
+}
+
+int CImageProcessor::DeletePhoto(CPhoto* photo, bool batch) {
+    if (!photo)
+        return 0;
+    int result = 0;
+    if (::unlink(photo->path.c_str()) != 0) {
+        result = Fail({TIVOX_TR("Could not delete %s"), {photo->path}});
+        if (m_window)
+            m_window->BringToTop();
+    } else if (CPhotoList* list = m_window ? m_window->GetPhotoList() : nullptr) {
+        // In a walk the list's cursor has moved on already; removing the
+        // entry behind it keeps the walk going.
+        if (batch)
+            list->RemoveCurrent();
+        else
+            list->Remove(photo);
+    }
+    if (m_window)
+        m_window->Invalidate();
+    return result;
+}
+
+} // namespace tivox

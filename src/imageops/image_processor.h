@@ -1,0 +1,74 @@
+#pragma once
+// Carries out the user's edits on photos. Holds the one colour state of the
+// colour sliders (a 5 x 5 matrix plus gamma and sharpness), dispatches each
+// operation by its code, records deferred edits in the photo and shows them
+// on its working image. User-interface thread only.
+
+#include <cstdint>
+
+#include "imageops/color_matrix.h"
+#include "imageops/operation.h"
+#include "platform/ui_text.h"
+
+namespace tivox {
+
+class CPhoto;
+class IEditHost;
+
+class CImageProcessor {
+public:
+    CImageProcessor() { ResetColorState(); }
+    virtual ~CImageProcessor() = default;
+
+    // The full-screen window: photo list, screen and thumbnail sizes, JPEG
+    // quality. Not owned.
+    void SetWindow(IEditHost* window) { m_window = window; }
+
+    // Changes the colour state for colour codes (slider value in `value`),
+    // then stores `code` as the last operation, whatever the code.
+    void SetOperation(std::int32_t code, float value = 0.0f);
+
+    // Carries out one operation on one photo; `batch` when the photo comes
+    // from a walk over the list. 0, or -1 with the error text set.
+    int Execute(const COperation& operation, CPhoto* photo, bool batch);
+
+    // Turns or mirrors the photo's file without loss (codes 1 to 5).
+    int LosslessTransform(std::int32_t code, CPhoto* photo);
+
+    // Deletes the photo's file and the photo with it. In a batch the list
+    // removes the entry at its walk position, else it looks the photo up.
+    int DeletePhoto(CPhoto* photo, bool batch);
+
+    // Shows the colour state on the working image (or, with `full`, on the
+    // full image); records the values in the photo unless `full`.
+    void ApplyColor(CPhoto* photo, bool full);
+    // Copies the seven colour values into the photo's pending edits.
+    void RecordColor(CPhoto* photo) const;
+    void ResetColorState();
+    // m_colorMatrix = m_colorMatrix x step (columns 0 to 3).
+    void MultiplyMatrix(const ColorMatrix& step) { tivox::MultiplyMatrix(m_colorMatrix, step); }
+
+    UiText GetErrorText() const { return m_errorText; }
+
+    ColorMatrix m_colorMatrix;
+    float m_brightness = 0.0f;
+    float m_contrast = 1.0f;
+    float m_sharpness = 0.0f;
+    float m_gamma = 1.0f;
+    float m_saturation = 1.0f;
+    std::int32_t m_grayscale = 0;
+    std::int32_t m_negative = 0;
+    std::int32_t m_lastOperation = 0;
+
+private:
+    // Writes a scaled copy of the photo's file into a gallery folder.
+    int ScaledCopy(const COperation& operation, CPhoto& photo);
+    int Crop(const COperation& operation, CPhoto& photo);
+    int Resize(const COperation& operation, CPhoto& photo);
+    int Fail(UiText text);
+
+    IEditHost* m_window = nullptr;
+    UiText m_errorText;
+};
+
+} // namespace tivox

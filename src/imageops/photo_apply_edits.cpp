@@ -1,0 +1,134 @@
+// CPhoto::ApplyEdits: the replay of a photo's pending edits, in one fixed
+// order whatever the order the user asked for them in.
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "imageops/crop_image.h"
+#include "imageops/denoise_filter.h"
+#include "imageops/image_processor.h"
+#include "imageops/operation.h"
+#include "imageops/red_eye_fixer.h"
+#include "photos/edit_host.h"
+#include "photos/photo.h"
+#include "platform/resampler.h"
+
+namespace tivox {
+
+namespace {
+
+// A point of the full image on the working image, which shows the whole
+// picture at the size of its last load.
+Point ToWorkingImage(const Point& p, Size working, Size source) {
+    return Point{int(std::int64_t(p.x) * working.width / source.width),
+                 int(std::int64_t(p.y) * working.height / source.height)};
+}
+
+} // namespace
+
+Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
+    const Size screen = window.GetScreenSize();
+    auto wanted = [mask](int bit) { return (mask & bit) != 0; };
+
+    // 1. Start.
+    Bitmap* current = nullptr;
+    if (full) {
+        current = LoadFullImage();
+    } else {
+        if (mask == editAll)
+            LoadScreenImage(screen);
+        current = screenImage.get();
+    }
+    if (current && current->IsEmpty())
+        current = nullptr; // an unreadable file: nothing to work on
+
+    // A pass's new picture becomes the full image, or is fitted to the
+    // screen as the new working image. A failed step keeps the earlier one.
+    auto install = [&](std::unique_ptr<Bitmap> made) -> Bitmap* {
+        if (!made)
+            return current;
+        if (full)
+            return ReplaceImage(std::move(made), true);
+        Bitmap* fitted = FitToScreen(made.get(), screen, false);
+        return fitted ? fitted : current;
+    };
+
+    // 2. Denoise, always on full-size pixels, so that the preview shows
+    // what the file will get.
+    if (wanted(editDenoise) && edits.denoisePending) {
+        const CDenoiseFilter filter;
+        if (full) {
+            // The full image is replaced by its filtered self; filtering in
+            // place spares a second full-size buffer.
+            if (current)
+                filter.FilterInPlace(*current);
+        } else {
+            std::unique_ptr<Bitmap> source = OpenFullImage();
+            if (source && !source->IsEmpty() && filter.FilterInPlace(*source))
+                current = install(std::move(source));
+        }
+    }
+
+    // 3. Red eye, at each recorded point in click order.
+    if (current && wanted(editRedEye) && edits.redEyePending && !edits.redEyePoints.empty()) {
+        CRedEyeFixer fixer(full ? kRedEyeRadiusFull : kRedEyeRadiusPreview);
+        fixer.SetImage(current);
+        for (const Point& p : edits.redEyePoints) {
+            if (full) {
+                fixer.Fix(p.x, p.y);
+            } else if (sourceSize.width > 0 && sourceSize.height > 0) {
+                const Point q = ToWorkingImage(p, screenSize, sourceSize);
+                fixer.Fix(q.x, q.y);
+            }
+        }
+    }
+
+    // 4. Crop, by the rectangle drawn on the screen, read against the
+    // picture as the screen would show it. A rectangle beyond the picture
+    // is cut back to it; one that misses it leaves the picture as it is.
+    if (current && wanted(editCrop) && edits.cropPending) {
+        const Size image{current->Width(), current->Height()};
+        const Rect cut = ClipToImage(
+            ScreenRectToImage(image, FitInto(image, screen), screen, edits.cropRect), image);
+        if (cut.width > 0 && cut.height > 0)
+            current = install(CropImage(current, cut.x, cut.y, cut.width, cut.height));
+    }
+
+    // 5. Resize to exactly the recorded size.
+    if (current && wanted(editResize) && edits.resizePending)
+        current = install(ScaleImage(current, edits.resizeSize.width, edits.resizeSize.height));
+
+    // 6. Colour, gamma and sharpening, on a processor of its own that gets
+    // the recorded values in the order of the sliders.
+    if (wanted(editColor) && edits.colorPending) {
+        CImageProcessor processor;
+        processor.SetWindow(&window);
+        processor.SetOperation(opBrightness, edits.brightness);
+        processor.SetOperation(opContrast, edits.contrast);
+        processor.SetOperation(opSharpness, edits.sharpness);
+        processor.SetOperation(opGamma, edits.gamma);
+        processor.SetOperation(opSaturation, edits.saturation);
+        if (edits.grayscale)
+            processor.SetOperation(opGrayscale);
+        if (edits.negative)
+            processor.SetOperation(opNegative);
+        processor.ApplyColor(this, full);
+    }
+
+    // 7. The thumbnail follows a commit. A photo that was never shown has no
+    // working image to make it from, so one is made from the edited full
+    // image for the moment and dropped again.
+    if (full) {
+        if (screenImage) {
+            ThumbnailFromScreen(window.GetThumbSize());
+        } else if (fullImage && !fullImage->IsEmpty()) {
+            FitToScreen(fullImage.get(), screen, false);
+            ThumbnailFromScreen(window.GetThumbSize());
+            DropScreenImage();
+        }
+    }
+    return full ? fullImage.get() : screenImage.get();
+}
+
+} // namespace tivox
