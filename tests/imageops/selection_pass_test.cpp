@@ -1,0 +1,117 @@
+// The walk over the photos that the "Process:" boxes choose, with deletion
+// in a walk and failures that do not stop it.
+
+#include "imageops/selection_pass.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include "edit_fixture.h"
+#include "imageops/image_processor.h"
+
+namespace tivox {
+namespace {
+
+class SelectionPassTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (int i = 0; i < 4; ++i)
+            paths.push_back(test::WritePhoto(dir, "p" + std::to_string(i) + ".jpg", 40, 30, i));
+        list.Open(dir.path());
+        ASSERT_TRUE(list.WaitWorker(10000));
+        ASSERT_EQ(list.Count(), 4);
+        // Markers: red, green, none, blue.
+        const int markers[4] = {1, 2, 0, 3};
+        for (int i = 0; i < 4; ++i)
+            list.PhotoAt(i)->marker = markers[i];
+        window.list = &list;
+        processor.SetWindow(&window);
+    }
+    int Run(const COperation& op, const ProcessScope& scope) {
+        return ApplyOperation(op, scope, processor, window, prompt);
+    }
+    std::vector<int> Resized() {
+        std::vector<int> chosen;
+        for (int i = 0; i < list.Count(); ++i)
+            if (list.PhotoAt(i)->edits.resizePending)
+                chosen.push_back(i);
+        return chosen;
+    }
+
+    test::TempDir dir;
+    std::vector<std::string> paths;
+    CPhotoList list;
+    test::FakeWindow window;
+    test::ScriptedPrompt prompt;
+    CImageProcessor processor;
+};
+
+TEST_F(SelectionPassTest, ScopeChoosesThePhotos) {
+    struct Case {
+        const char* name;
+        ProcessScope scope;
+        int current; // index of the current photo, -1 for none
+        std::vector<int> chosen;
+    };
+    const Case cases[] = {
+        {"current photo", {true, false, false, false, false}, 2, {2}},
+        {"current without a photo", {true, false, false, false, false}, -1, {}},
+        {"all", {false, true, false, false, false}, -1, {0, 1, 2, 3}},
+        {"red and blue markers", {false, false, true, false, true}, 1, {0, 3}},
+        {"green marker", {false, false, false, true, false}, -1, {1}},
+        {"no box checked", {false, false, false, false, false}, 0, {}},
+    };
+    for (const auto& c : cases) {
+        for (int i = 0; i < list.Count(); ++i)
+            list.PhotoAt(i)->edits.Clear();
+        window.current = c.current >= 0 ? list.PhotoAt(c.current) : nullptr;
+        const int before = window.invalidations;
+        EXPECT_EQ(Run(COperation::Resize(20, 10), c.scope), 0) << c.name;
+        EXPECT_EQ(Resized(), c.chosen) << c.name;
+        EXPECT_EQ(window.invalidations, before + 1) << c.name;
+    }
+    EXPECT_TRUE(prompt.texts.empty());
+}
+
+TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
+    EXPECT_EQ(Run(COperation::Plain(opDelete), {false, true, false, false, false}), 0);
+    EXPECT_EQ(list.Count(), 0);
+    for (const auto& p : paths)
+        EXPECT_NE(::access(p.c_str(), F_OK), 0) << p;
+    EXPECT_TRUE(prompt.texts.empty());
+}
+
+TEST_F(SelectionPassTest, OneFailureInAWalkShowsOneMessageAndTheWalkGoesOn) {
+    // The file of the second photo is gone, so deleting it fails.
+    ASSERT_EQ(::unlink(paths[1].c_str()), 0);
+    EXPECT_EQ(Run(COperation::Plain(opDelete), {false, true, false, false, false}), 1);
+    ASSERT_EQ(prompt.texts.size(), 1u);
+    EXPECT_EQ(prompt.texts[0], "Could not delete " + paths[1]);
+    EXPECT_EQ(prompt.titles[0], "Error");
+    EXPECT_EQ(prompt.icons[0], PromptIcon::Warning);
+    EXPECT_EQ(window.raised, 1);
+    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(list.PhotoAt(0)->path, paths[1]);
+}
+
+TEST_F(SelectionPassTest, DeletingTheCurrentPhotoLooksItUp) {
+    window.current = list.PhotoAt(2);
+    EXPECT_EQ(Run(COperation::Plain(opDelete), {}), 0);
+    ASSERT_EQ(list.Count(), 3);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NE(list.PhotoAt(i)->path, paths[2]);
+    EXPECT_NE(::access(paths[2].c_str(), F_OK), 0);
+}
+
+TEST_F(SelectionPassTest, WithAllAColourChangeRecordsOnEveryPhoto) {
+    processor.SetOperation(opBrightness, 0.3f);
+    EXPECT_EQ(Run(COperation::Plain(opApplyColor), {false, true, false, false, false}), 0);
+    for (int i = 0; i < list.Count(); ++i) {
+        EXPECT_EQ(list.PhotoAt(i)->edits.colorPending, 1);
+        EXPECT_FLOAT_EQ(list.PhotoAt(i)->edits.brightness, 0.3f);
+    }
+}
+
+} // namespace
+} // namespace tivox
