@@ -16,6 +16,10 @@ int RunTransfer(const Args& args);
 int RunRestore(const Args& args);
 int RunDrives(const Args& args);
 int RunEdit(const Args& args);
+int RunThumbs(const Args& args);
+int RunShow(const Args& args);
+int RunTransform(const Args& args);
+
 namespace {
 
 const BatchCommand kCommands[] = {
@@ -32,6 +36,9 @@ const BatchCommand kCommands[] = {
      "[--grayscale] [--negative] [--denoise] [--redeye X,Y]... [--crop X,Y,W,H] [--resize WxH] "
      "[--screen WxH] [--quality Q] [--out FILE]",
      RunEdit},
+    {"thumbs", "DIR --box WxH --out DIR [--ext jpg|ppm|pam] [--quality Q]", RunThumbs},
+    {"show", "FILE --screen WxH --out FILE [--quality Q]", RunShow},
+    {"transform", "left|right|180|hflip|vflip FILE...", RunTransform},
 };
 
 void PrintUsage(std::FILE* out) {

@@ -54,9 +54,8 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
            WriteWholeFile(target, out.data(), out.size(), error);
 }
 
-int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
-                           IPrompt* prompt) {
-    const std::string path = photo.path;
+int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
+                          IPrompt* prompt) {
     const std::string temp = LosslessTempPath(path);
     int result = 0;
     if (!TransformFile(code, path, temp, prompt)) {
@@ -80,6 +79,12 @@ int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string
             result = -1;
         }
     }
+    return result;
+}
+
+int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
+                           IPrompt* prompt) {
+    const int result = LosslessTransformPath(code, photo.path, errorText, prompt);
     // The turn swaps width and height: both pictures come anew from the file.
     photo.RebuildImages(host.GetThumbSize(), host.GetScreenSize(), true);
     host.Invalidate();

@@ -27,6 +27,11 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
 // "a.b.jpg" gives "a.b.tmp".
 std::string LosslessTempPath(const std::string& path);
 
+// Transforms the file at `path` through LosslessTempPath and replaces it
+// atomically. 0 on success; -1 with `errorText` set on failure.
+int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
+                          IPrompt* prompt = nullptr);
+
 // The processor's lossless operation on one photo: transforms its file
 // through LosslessTempPath, replaces the photo file atomically, rebuilds the
 // thumbnail and the working image at the window's sizes and repaints the

@@ -45,25 +45,34 @@ bool PhotoBitmap(int width, int height, std::uint32_t seed, Bitmap& out) {
              255 * Unit(state)};
     }
     const float fx = 0.05f + 0.2f * Unit(state), fy = 0.05f + 0.2f * Unit(state);
+    // Texture of leaves or fabric: a product of two waves, tabulated.
+    std::vector<float> waveX(static_cast<std::size_t>(width));
+    for (int x = 0; x < width; ++x)
+        waveX[std::size_t(x)] = 12.0f * std::sin(float(x) * fx);
+    std::vector<const Shape*> onRow;
     for (int y = 0; y < height; ++y) {
         std::uint8_t* row = out.Row(y);
         const float v = float(y) / float(height);
+        const float waveY = std::sin(float(y) * fy);
+        onRow.clear();
+        for (const auto& s : shapes)
+            if (std::fabs(float(y) - s.cy) < s.ry)
+                onRow.push_back(&s);
         for (int x = 0; x < width; ++x) {
             const float u = float(x) / float(width);
             // Sky above, ground below.
             float r = 90 + 80 * v, g = 140 + 40 * u, b = 230 - 120 * v;
-            for (const auto& s : shapes) {
-                const float dx = (float(x) - s.cx) / s.rx, dy = (float(y) - s.cy) / s.ry;
+            for (const Shape* s : onRow) {
+                const float dx = (float(x) - s->cx) / s->rx, dy = (float(y) - s->cy) / s->ry;
                 const float d = dx * dx + dy * dy;
                 if (d < 1.0f) {
                     const float shade = 1.0f - 0.4f * d;
-                    r = s.r * shade;
-                    g = s.g * shade;
-                    b = s.b * shade;
+                    r = s->r * shade;
+                    g = s->g * shade;
+                    b = s->b * shade;
                 }
             }
-            // Texture of leaves or fabric, then noise.
-            const float t = 12.0f * std::sin(float(x) * fx) * std::sin(float(y) * fy);
+            const float t = waveX[std::size_t(x)] * waveY;
             const float n = float(int(Next(state) & 15) - 8);
             row[4 * x + 0] = Clamp8(b + t + n);
             row[4 * x + 1] = Clamp8(g + t + n);
