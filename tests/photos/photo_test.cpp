@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "photos/photo.h"
 #include "platform/atomic_file.h"
 #include "platform/jpeg_codec.h"
@@ -133,6 +136,61 @@ TEST_F(PhotoTest, AFailedSaveLeavesThePhotoAndDropsTheFullImage) {
     test::Bytes after;
     ASSERT_TRUE(test::ReadFile(path, after));
     EXPECT_EQ(before, after);
+}
+
+} // namespace
+} // namespace tivox
+
+namespace tivox {
+namespace {
+
+// The exact area average: each output pixel is the mean of the source area
+// it covers, fractional edge pixels weighted by their share.
+void AreaAverage(const Bitmap& in, int w, int h, Bitmap& out) {
+    ASSERT_TRUE(out.Reset(w, h));
+    const double sx = double(in.Width()) / w, sy = double(in.Height()) / h;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            double sum[3] = {0, 0, 0}, area = 0;
+            const double x0 = x * sx, x1 = (x + 1) * sx, y0 = y * sy, y1 = (y + 1) * sy;
+            for (int j = int(y0); j < std::min(in.Height(), int(std::ceil(y1))); ++j) {
+                const double wy = std::min(y1, j + 1.0) - std::max(y0, double(j));
+                for (int i = int(x0); i < std::min(in.Width(), int(std::ceil(x1))); ++i) {
+                    const double wgt = wy * (std::min(x1, i + 1.0) - std::max(x0, double(i)));
+                    const std::uint8_t* p = in.Row(j) + 4 * i;
+                    for (int c = 0; c < 3; ++c)
+                        sum[c] += wgt * p[c];
+                    area += wgt;
+                }
+            }
+            std::uint8_t* d = out.Row(y) + 4 * x;
+            for (int c = 0; c < 3; ++c)
+                d[c] = std::uint8_t(sum[c] / area + 0.5);
+            d[3] = 255;
+        }
+}
+
+TEST(ThumbnailQuality, ScaledDecodePlusResamplerMatchesTheAreaAverage) {
+    test::TempDir dir;
+    const struct {
+        int w, h;
+        Size box;
+    } cases[] = {{1000, 750, {120, 90}},
+                 {960, 720, {120, 90}},
+                 {900, 1200, {200, 150}},
+                 {640, 480, {472, 262}}};
+    for (const auto& c : cases) {
+        const std::string path = dir.File("q.jpg");
+        ASSERT_TRUE(test::WritePhotoJpeg(path, c.w, c.h, 11, 95));
+        Bitmap full, reference;
+        std::string error;
+        ASSERT_TRUE(DecodeJpegFile(path, {}, full, error));
+        CPhoto photo;
+        photo.SetPath(path);
+        const Bitmap* thumb = photo.MakeThumbnail(c.box);
+        AreaAverage(full, thumb->Width(), thumb->Height(), reference);
+        EXPECT_GE(test::Psnr(*thumb, reference), 35.0) << c.w << "x" << c.h;
+    }
 }
 
 } // namespace
