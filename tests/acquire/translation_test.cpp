@@ -1,0 +1,83 @@
+// Every text of the acquisition layer that reaches the user has its German
+// translation in resources/translations/acquire.ts.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+namespace tivox::test {
+namespace {
+
+std::string ReadText(const std::filesystem::path& path) {
+    std::ifstream in(path);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+// The texts inside TIVOX_TR(...): adjacent literals joined, escapes resolved.
+std::set<std::string> MarkedTexts(const std::string& code) {
+    std::set<std::string> texts;
+    const std::string mark = "TIVOX_TR(";
+    for (auto at = code.find(mark); at != std::string::npos; at = code.find(mark, at + 1)) {
+        std::string text;
+        std::size_t i = at + mark.size();
+        for (;;) {
+            while (i < code.size() && std::isspace(static_cast<unsigned char>(code[i])))
+                ++i;
+            if (i >= code.size() || code[i] != '"')
+                break;
+            for (++i; i < code.size() && code[i] != '"'; ++i) {
+                if (code[i] == '\\' && i + 1 < code.size()) {
+                    ++i;
+                    text += code[i] == 'n' ? '\n' : code[i];
+                } else {
+                    text += code[i];
+                }
+            }
+            ++i;
+        }
+        if (!text.empty())
+            texts.insert(text);
+    }
+    return texts;
+}
+
+std::string XmlText(std::string s) {
+    const std::pair<const char*, const char*> entities[] = {
+        {"&quot;", "\""}, {"&apos;", "'"}, {"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}};
+    for (const auto& [entity, plain] : entities)
+        for (auto p = s.find(entity); p != std::string::npos; p = s.find(entity, p + 1))
+            s.replace(p, std::string(entity).size(), plain);
+    return s;
+}
+
+TEST(Translation, EveryAcquisitionTextIsTranslated) {
+    const std::filesystem::path root = TIVOX_SOURCE_DIR;
+    std::set<std::string> marked;
+    for (const auto& e : std::filesystem::directory_iterator(root / "src/acquire"))
+        if (e.path().extension() == ".cpp")
+            for (const std::string& t : MarkedTexts(ReadText(e.path())))
+                marked.insert(t);
+    ASSERT_GE(marked.size(), 20u);
+
+    const std::string ts = ReadText(root / "resources/translations/acquire.ts");
+    std::set<std::string> translated;
+    const std::string open = "<source>", close = "</source>";
+    for (auto p = ts.find(open); p != std::string::npos; p = ts.find(open, p + 1)) {
+        const auto end = ts.find(close, p);
+        const auto tOpen = ts.find("<translation>", end);
+        const auto tClose = ts.find("</translation>", tOpen);
+        ASSERT_NE(tClose, std::string::npos);
+        if (tClose > tOpen + 13)
+            translated.insert(XmlText(ts.substr(p + open.size(), end - p - open.size())));
+    }
+    for (const std::string& text : marked)
+        EXPECT_TRUE(translated.count(text)) << "no German text for: " << text;
+}
+
+} // namespace
+} // namespace tivox::test
