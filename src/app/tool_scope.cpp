@@ -2,30 +2,30 @@
 
 namespace tivox {
 
-bool ProcessScope::ClickedCurrent() {
-    if (!current) {
+bool ClickProcessCurrent(ProcessScope& scope) {
+    if (!scope.current) {
         return false;
     }
-    all = red = green = blue = false;
+    scope.all = scope.red = scope.green = scope.blue = false;
     return true;
 }
 
-bool ProcessScope::ClickedAll() {
-    if (!all) {
+bool ClickProcessAll(ProcessScope& scope) {
+    if (!scope.all) {
         return false;
     }
-    current = red = green = blue = false;
+    scope.current = scope.red = scope.green = scope.blue = false;
     return true;
 }
 
-bool ProcessScope::ClickedColor(std::int32_t marker) {
-    if (!current && !all) {
+bool ClickProcessColor(ProcessScope& scope, std::int32_t marker) {
+    if (!scope.current && !scope.all) {
         return false;
     }
-    current = all = false;
-    red = red || marker == 1;
-    green = green || marker == 2;
-    blue = blue || marker == 3;
+    scope.current = scope.all = false;
+    scope.red = scope.red || marker == 1;
+    scope.green = scope.green || marker == 2;
+    scope.blue = scope.blue || marker == 3;
     return true;
 }
 

@@ -9,39 +9,39 @@
 namespace tivox {
 namespace {
 
-TEST(ProcessScope, ExclusionRules) {
+TEST(ProcessBoxes, ExclusionRules) {
     ProcessScope s; // "Current" checked
     // A colour while "Current" is checked: Current goes, the colour comes.
     s.green = true;
-    EXPECT_TRUE(s.ClickedColor(2));
+    EXPECT_TRUE(ClickProcessColor(s, 2));
     EXPECT_FALSE(s.current);
     EXPECT_TRUE(s.green);
     // Colours are free among themselves: a second one is added, nothing written.
     s.blue = true;
-    EXPECT_FALSE(s.ClickedColor(3));
+    EXPECT_FALSE(ClickProcessColor(s, 3));
     EXPECT_TRUE(s.green && s.blue);
     // Unchecking a colour while neither Current nor All: just unchecked.
     s.green = false;
-    EXPECT_FALSE(s.ClickedColor(2));
+    EXPECT_FALSE(ClickProcessColor(s, 2));
     EXPECT_FALSE(s.green);
     EXPECT_TRUE(s.blue);
     // "All" clears everything else.
     s.all = true;
-    EXPECT_TRUE(s.ClickedAll());
+    EXPECT_TRUE(ClickProcessAll(s));
     EXPECT_FALSE(s.blue || s.current);
     // Unchecking "Current" or "All" leaves no box checked: nothing is chosen.
     s.all = false;
-    EXPECT_FALSE(s.ClickedAll());
+    EXPECT_FALSE(ClickProcessAll(s));
     for (int marker = 0; marker <= 3; ++marker) {
         EXPECT_FALSE(s.Chooses(marker));
     }
     s.current = true;
     s.red = true; // as read; Current wins
-    EXPECT_TRUE(s.ClickedCurrent());
+    EXPECT_TRUE(ClickProcessCurrent(s));
     EXPECT_FALSE(s.red);
 }
 
-TEST(ProcessScope, WalkChoosesByMarker) {
+TEST(ProcessBoxes, WalkChoosesByMarker) {
     ProcessScope s;
     s.current = false;
     s.red = s.blue = true;
