@@ -66,6 +66,8 @@ bool GalleryFolderEndangersPhotos(const std::string& galleryFolder,
     std::string photo = photoFolder;
     while (photo.size() > 1 && photo.back() == '/')
         photo.pop_back();
+    if (photo.empty())
+        return false;
     return FoldersOverlap(galleryFolder, photo) || FoldersOverlap(galleryFolder, photo + "_bak");
 }
 

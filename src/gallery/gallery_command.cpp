@@ -1,0 +1,95 @@
+#include "gallery/gallery_command.h"
+
+#include "acquire/file_walker.h"
+#include "gallery/gallery_folder.h"
+#include "gallery/gallery_writer.h"
+#include "imageops/operation.h"
+#include "platform/user_seams.h"
+
+namespace tivox {
+
+CGalleryCommand::CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, Translator translate)
+    : m_prompt(prompt), m_busy(busy), m_translate(std::move(translate)) {}
+
+std::string CGalleryCommand::GetGalleryFolder() const {
+    return GalleryFolderFor(m_galleryFolder, m_photoFolder);
+}
+
+void CGalleryCommand::Tell(const UiText& text, const char* caption) {
+    m_prompt.Ask(text, PromptIcon::Stop, PromptButtons::Ok, PromptAnswer::Ok, {caption, {}});
+}
+
+GalleryReport CGalleryCommand::OnCreateGallery(const ApplyOperation& apply) {
+    return CreateGalleryIn({}, apply);
+}
+
+GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
+                                               const ApplyOperation& apply) {
+    GalleryReport report;
+    if (m_processCurrent &&
+        m_prompt.Ask({TIVOX_TR("Create an HTML gallery from the current photo only?"), {}},
+                     PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::Yes,
+                     {TIVOX_TR("Confirm"), {}}) != PromptAnswer::Yes) {
+        report.outcome = GalleryOutcome::Declined;
+        return report;
+    }
+
+    BusyScope busy(m_busy);
+    if (m_readControls)
+        m_readControls();
+    std::string folder = galleryFolder.empty() ? GetGalleryFolder() : galleryFolder;
+    report.folder = folder;
+    if (folder.empty())
+        return report;
+
+    // A gallery run empties its folder: it must not hold or be held by the
+    // photos or their backup. Checked before anything is deleted.
+    if (GalleryFolderEndangersPhotos(folder, m_photoFolder)) {
+        busy.End();
+        Tell({TIVOX_TR("The gallery folder %s is, holds or lies inside the photo folder or its "
+                       "backup folder, and a gallery empties its folder first. Nothing was "
+                       "deleted. Please choose another base folder for HTML galleries."),
+              {folder}},
+             TIVOX_TR("Error"));
+        report.outcome = GalleryOutcome::Refused;
+        return report;
+    }
+
+    static constexpr char kFolderError[] = TIVOX_TR("Error creating gallery directories");
+    if (PathExists(folder))
+        DeleteFolderContents(folder);
+    else if (!CreateFolderWithParents(folder)) {
+        busy.End();
+        Tell({kFolderError, {}}, TIVOX_TR("Error"));
+        report.outcome = GalleryOutcome::FolderError;
+        return report;
+    }
+    if (!IsFolder(folder))
+        return report;
+
+    AppendBackslash(folder);
+    const std::string pics = folder + "pics";
+    const std::string thumbs = pics + "/thumbs";
+    if (!CreateFolderWithParents(thumbs) || !IsFolder(pics)) {
+        busy.End();
+        Tell({kFolderError, {}}, TIVOX_TR("Error"));
+        report.outcome = GalleryOutcome::FolderError;
+        return report;
+    }
+
+    // Thumbnails first, then the large pictures.
+    apply(COperation::Resize(int(m_form.m_thumbWidth), int(m_form.m_thumbHeight), thumbs));
+    apply(COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics));
+
+    CGalleryWriter writer(
+        folder, m_form.m_title, {int(m_form.m_thumbTilesX), int(m_form.m_thumbTilesY)},
+        {int(m_form.m_photoTilesX), int(m_form.m_photoTilesY)}, m_prompt, m_translate);
+    const bool written = writer.Write();
+    report.outcome = written ? GalleryOutcome::Written : GalleryOutcome::PagesFailed;
+    report.pictures = writer.PictureCount();
+    report.thumbPages = report.pictures ? writer.ThumbPageCount() : 0;
+    report.photoPages = report.pictures ? writer.PhotoPageCount() : 0;
+    return report;
+}
+
+} // namespace tivox

@@ -1,0 +1,73 @@
+#pragma once
+// "Create Gallery": empties or creates the gallery folder, has the chosen
+// photos copied into "pics" (photo size) and "pics/thumbs" (thumbnail size),
+// thumbnails first, and writes the pages. Which photos are chosen is the
+// business of the selection pass the caller hands in, as for every other
+// operation ("Current", "All" or marker colours).
+//
+// User interface thread (or the one thread of the batch front end). Holds no
+// state between runs.
+
+#include <functional>
+#include <string>
+
+#include "gallery/gallery_form.h"
+#include "platform/ui_text.h"
+
+namespace tivox {
+
+class IPrompt;
+class IBusyIndicator;
+struct COperation;
+
+enum class GalleryOutcome {
+    Declined,    // "Current" was asked about and the answer was No
+    Refused,     // the gallery folder overlaps the photo or backup folder
+    FolderError, // a folder could not be created
+    NoFolder,    // no gallery folder to work in (empty path)
+    Written,     // pictures and pages are there (maybe none: nothing chosen)
+    PagesFailed, // the page writer stopped; the pages so far stay
+};
+
+struct GalleryReport {
+    GalleryOutcome outcome = GalleryOutcome::NoFolder;
+    std::string folder; // the gallery folder worked in
+    int pictures = 0;   // pictures that made it into the pages
+    int thumbPages = 0;
+    int photoPages = 0;
+};
+
+class CGalleryCommand {
+public:
+    // Runs one operation over the chosen photos (the selection pass).
+    using ApplyOperation = std::function<void(const COperation&)>;
+
+    CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, Translator translate = {});
+    CGalleryCommand(const CGalleryCommand&) = delete;
+    CGalleryCommand& operator=(const CGalleryCommand&) = delete;
+
+    GalleryForm m_form;
+    std::string m_galleryFolder;   // base folder of the galleries
+    std::string m_photoFolder;     // path of the photo folder
+    bool m_processCurrent = false; // the selection is the current photo only
+    // The form's "read the controls" step, run after the question. May be empty.
+    std::function<void()> m_readControls;
+
+    // The gallery folder of this photo folder: the base folder with the photo
+    // folder's name below it.
+    std::string GetGalleryFolder() const;
+
+    // The button's handler: the gallery of the photo folder under the base.
+    GalleryReport OnCreateGallery(const ApplyOperation& apply);
+    // The same into a gallery folder named directly (the batch front end).
+    GalleryReport CreateGalleryIn(const std::string& galleryFolder, const ApplyOperation& apply);
+
+private:
+    void Tell(const UiText& text, const char* caption);
+
+    IPrompt& m_prompt;
+    IBusyIndicator& m_busy;
+    Translator m_translate;
+};
+
+} // namespace tivox
