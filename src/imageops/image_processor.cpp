@@ -10,6 +10,7 @@
 #include "photos/edit_host.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
+#include "photos/scaled_loader.h"
 #include "platform/bitmap.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
@@ -182,19 +183,20 @@ int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
         target += '/';
     target += photo.path.substr(slash + 1);
 
-    // The file as it is on disc, without any of the recorded edits.
+    // The file as it is on disc, without any of the recorded edits, fitted
+    // into the size asked for (FitInto): a 4:3 photo fills a 4:3 size, an
+    // upright one keeps its shape instead of being squeezed. Decoded at the
+    // smallest DCT scale that still covers the fitted size.
     std::string error;
-    Bitmap full;
-    // Decoded at the smallest DCT scale that still covers the target size.
-    if (!DecodeJpegFile(photo.path, Size{operation.width, operation.height}, full, error) ||
-        full.IsEmpty())
+    Bitmap scaled;
+    Size source;
+    CScaledLoader loader;
+    if (!loader.LoadInto(photo.path, Size{operation.width, operation.height}, scaled, source,
+                         error) ||
+        scaled.IsEmpty())
         return Fail({TIVOX_TR("Could not read %s"), {photo.path}});
-    auto scaled = ScaleImage(&full, operation.width, operation.height);
-    if (!scaled)
-        return Fail({TIVOX_TR("A picture of %s x %s pixels is too large or empty."),
-                     {std::to_string(operation.width), std::to_string(operation.height)}});
     const int quality = m_window ? m_window->GetJpegQuality() : 80;
-    if (!EncodeJpegFile(*scaled, quality, target, error))
+    if (!EncodeJpegFile(scaled, quality, target, error))
         return Fail({TIVOX_TR("Could not write %s"), {target}});
     return 0;
 }

@@ -4,11 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <sys/wait.h>
 
 #include "gallery/gallery_writer.h"
 #include "gallery_test_support.h"
@@ -21,24 +19,9 @@ using test::CountOf;
 using test::ScriptedPrompt;
 using test::TempDir;
 
-struct CommandRun {
-    int exitCode = -1;
-    std::string output;
-};
-
-CommandRun Capture(const std::string& command) {
-    CommandRun run;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    std::array<char, 4096> buffer{};
-    std::size_t n;
-    while ((n = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        run.output.append(buffer.data(), n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
+using test::Capture;
+using test::CommandRun;
+using test::ShellQuote;
 
 std::string FindChromium() {
     for (const char* name : {"chromium", "chromium-browser"}) {
@@ -56,11 +39,12 @@ public:
     explicit HeadlessBrowser(std::string binary) : m_binary(std::move(binary)) {}
 
     CommandRun DumpDom(const std::string& url) const {
-        return Capture("timeout 90 '" + m_binary +
-                       "' --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
+        return Capture("timeout 90 " + ShellQuote(m_binary) +
+                       " --headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
                        "--disable-background-networking --disable-component-update "
-                       "--disable-sync --allow-file-access-from-files --user-data-dir='" +
-                       m_profile.path() + "' --dump-dom '" + url + "' 2>/dev/null");
+                       "--disable-sync --allow-file-access-from-files --user-data-dir=" +
+                       ShellQuote(m_profile.path()) + " --dump-dom " + ShellQuote(url) +
+                       " 2>/dev/null");
     }
 
 private:

@@ -109,7 +109,7 @@ TEST_F(GalleryCommandTest, NothingChosenLeavesEmptyFoldersAndNoPage) {
     EXPECT_TRUE(fs::is_directory(Gallery() + "/pics/thumbs"));
 }
 
-TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoTouchesNothing) {
+TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
     fs::create_directories(Gallery());
     test::WriteFile(Gallery() + "/thumbs1.html", {1});
     command.m_processCurrent = true;

@@ -62,22 +62,44 @@ int CountOf(const std::string& text, const std::string& needle) {
     return count;
 }
 
-PageCheck CheckPages(const std::string& gallery) {
-    PageCheck check;
-    if (std::system("command -v python3 >/dev/null 2>&1") != 0)
-        return check;
-    const std::string command = std::string("python3 '") + TIVOX_SOURCE_DIR +
-                                "/tests/gallery/check_pages.py' '" + gallery + "' 2>&1";
+CommandRun Capture(const std::string& command) {
+    CommandRun run;
     std::FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)
-        return check;
+        return run;
     std::array<char, 4096> buffer{};
     std::size_t n;
     while ((n = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        check.output.append(buffer.data(), n);
+        run.output.append(buffer.data(), n);
     const int status = pclose(pipe);
+    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+std::string ShellQuote(const std::string& text) {
+    std::string quoted = "'";
+    for (char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+CommandRun RunBatch(const std::vector<std::string>& args) {
+    std::string command = ShellQuote(TIVOX_BATCH_EXE);
+    for (const auto& arg : args)
+        command += " " + ShellQuote(arg);
+    return Capture(command + " 2>&1");
+}
+
+PageCheck CheckPages(const std::string& gallery) {
+    PageCheck check;
+    if (Capture("command -v python3").exitCode != 0)
+        return check;
+    const CommandRun run =
+        Capture("python3 " + ShellQuote(std::string(TIVOX_SOURCE_DIR) + "/tests/gallery/check_pages.py") +
+                " " + ShellQuote(gallery) + " 2>&1");
     check.ran = true;
-    check.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    check.exitCode = run.exitCode;
+    check.output = run.output;
     return check;
 }
 

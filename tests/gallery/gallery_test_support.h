@@ -39,6 +39,17 @@ std::vector<std::string> HtmlPages(const std::string& folder);
 // How often `needle` stands in `text`.
 int CountOf(const std::string& text, const std::string& needle);
 
+// Output and exit code of a shell command (standard output only).
+struct CommandRun {
+    int exitCode = -1;
+    std::string output;
+};
+CommandRun Capture(const std::string& command);
+// The text in single quotes for the shell.
+std::string ShellQuote(const std::string& text);
+// tivox-batch with these arguments; standard error joins standard output.
+CommandRun RunBatch(const std::vector<std::string>& args);
+
 struct PageCheck {
     bool ran = false; // false when python3 is missing
     int exitCode = -1;
