@@ -19,6 +19,7 @@ int RunEdit(const Args& args);
 int RunThumbs(const Args& args);
 int RunShow(const Args& args);
 int RunTransform(const Args& args);
+int RunGallery(const Args& args);
 
 namespace {
 
@@ -39,6 +40,10 @@ const BatchCommand kCommands[] = {
     {"thumbs", "DIR --box WxH --out DIR [--ext jpg|ppm|pam] [--quality Q]", RunThumbs},
     {"show", "FILE --screen WxH --out FILE [--quality Q]", RunShow},
     {"transform", "left|right|180|hflip|vflip FILE...", RunTransform},
+    {"gallery",
+     "--photos DIR --out DIR [--title T] [--photo WxH] [--thumb WxH] [--photo-tiles XxY] "
+     "[--thumb-tiles XxY] [--quality Q]",
+     RunGallery},
 };
 
 void PrintUsage(std::FILE* out) {

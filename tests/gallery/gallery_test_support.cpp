@@ -94,9 +94,9 @@ PageCheck CheckPages(const std::string& gallery) {
     PageCheck check;
     if (Capture("command -v python3").exitCode != 0)
         return check;
-    const CommandRun run =
-        Capture("python3 " + ShellQuote(std::string(TIVOX_SOURCE_DIR) + "/tests/gallery/check_pages.py") +
-                " " + ShellQuote(gallery) + " 2>&1");
+    const CommandRun run = Capture(
+        "python3 " + ShellQuote(std::string(TIVOX_SOURCE_DIR) + "/tests/gallery/check_pages.py") +
+        " " + ShellQuote(gallery) + " 2>&1");
     check.ran = true;
     check.exitCode = run.exitCode;
     check.output = run.output;

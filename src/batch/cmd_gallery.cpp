@@ -1,0 +1,133 @@
+// tivox-batch gallery --photos DIR --out DIR [--title T] [--photo WxH] [--thumb WxH]
+//                     [--photo-tiles XxY] [--thumb-tiles XxY] [--quality Q]
+//
+// The HTML gallery of every photo of a folder, as "All" chooses them, into
+// the gallery folder OUT (emptied first; refused when it holds or lies in the
+// photo folder or its backup). Messages go to standard error.
+
+#include <cstdio>
+#include <string>
+
+#include "acquire/file_walker.h"
+#include "batch/batch_command.h"
+#include "gallery/gallery_command.h"
+#include "imageops/image_processor.h"
+#include "imageops/selection_pass.h"
+#include "photos/edit_host.h"
+#include "photos/photo_list.h"
+#include "platform/user_seams.h"
+
+namespace tivox::batch {
+
+namespace {
+
+// The gallery asks nothing in a walk over all photos; what it has to say
+// (a photo that could not be copied, a page that could not be written) is
+// printed.
+class ReportingPrompt final : public IPrompt {
+public:
+    PromptAnswer Ask(const UiText& text, PromptIcon, PromptButtons buttons, PromptAnswer,
+                     const UiText&) override {
+        std::fprintf(stderr, "tivox-batch gallery: %s\n", RenderUiText(text).c_str());
+        return buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::No;
+    }
+};
+
+// What the image operations need of the full-screen window, without one.
+class FolderHost final : public IEditHost {
+public:
+    FolderHost(CPhotoList& list, int quality) : m_list(list), m_quality(quality) {}
+    Size GetScreenSize() const override { return {1920, 1080}; }
+    Size GetThumbSize() const override { return m_list.thumbnailSize; }
+    int GetJpegQuality() const override { return m_quality; }
+    CPhotoList* GetPhotoList() override { return &m_list; }
+    void Invalidate() override {}
+    void InvalidateTile(int) override {}
+    void BringToTop() override {}
+
+private:
+    CPhotoList& m_list;
+    int m_quality;
+};
+
+bool TakeSize(Args& args, const char* name, std::uint32_t& width, std::uint32_t& height,
+              GalleryLimit limit) {
+    std::string text;
+    if (!TakeOption(args, name, text))
+        return !TakeFlag(args, name); // absent is fine, a bare flag is not
+    int w = 0, h = 0;
+    if (!ParseSize(text, w, h) || !limit.Holds(std::uint32_t(w)) ||
+        !limit.Holds(std::uint32_t(h))) {
+        std::fprintf(stderr, "tivox-batch gallery: %s takes WxH, each from %u to %u\n", name,
+                     limit.lower, limit.upper);
+        return false;
+    }
+    width = std::uint32_t(w);
+    height = std::uint32_t(h);
+    return true;
+}
+
+} // namespace
+
+int RunGallery(const Args& arguments) {
+    Args args = arguments;
+    std::string photos, out, qualityText;
+    GalleryForm form;
+    int quality = 80;
+    if (!TakeOption(args, "--photos", photos) || !TakeOption(args, "--out", out))
+        return UsageError("gallery");
+    TakeOption(args, "--title", form.m_title);
+    if (TakeOption(args, "--quality", qualityText) &&
+        (!ParseInt(qualityText, quality) || quality < 1 || quality > 100))
+        return UsageError("gallery");
+    if (!TakeSize(args, "--photo", form.m_photoWidth, form.m_photoHeight, kGalleryPhotoSizeLimit) ||
+        !TakeSize(args, "--thumb", form.m_thumbWidth, form.m_thumbHeight, kGalleryThumbSizeLimit) ||
+        !TakeSize(args, "--photo-tiles", form.m_photoTilesX, form.m_photoTilesY,
+                  kGalleryPhotoTilesLimit) ||
+        !TakeSize(args, "--thumb-tiles", form.m_thumbTilesX, form.m_thumbTilesY,
+                  kGalleryThumbTilesLimit) ||
+        !args.empty())
+        return UsageError("gallery");
+    if (!IsFolder(photos)) {
+        std::fprintf(stderr, "tivox-batch gallery: %s is not a folder\n", photos.c_str());
+        return kExitFailure;
+    }
+
+    CPhotoList list;
+    list.Open(photos);
+    list.StopWorker(1000); // no thumbnails wanted here
+    FolderHost host(list, quality);
+    CImageProcessor processor;
+    processor.SetWindow(&host);
+    ReportingPrompt prompt;
+    NullBusyIndicator busy;
+    ProcessScope scope;
+    scope.current = false;
+    scope.all = true;
+
+    CGalleryCommand command(prompt, busy);
+    command.m_form = form;
+    command.m_photoFolder = photos;
+    int failures = 0;
+    const GalleryReport report = command.CreateGalleryIn(out, [&](const COperation& op) {
+        failures += ApplyOperation(op, scope, processor, host, prompt);
+    });
+
+    switch (report.outcome) {
+    case GalleryOutcome::Written:
+        std::printf("%d of %d photos, %d thumbnail pages, %d photo pages in %s\n", report.pictures,
+                    list.Count(), report.thumbPages, report.photoPages, report.folder.c_str());
+        if (report.pictures > 0)
+            std::printf("open %s/thumbs1.html\n", report.folder.c_str());
+        return failures == 0 ? kExitOk : kExitFailure;
+    case GalleryOutcome::PagesFailed:
+    case GalleryOutcome::Refused:
+    case GalleryOutcome::FolderError:
+    case GalleryOutcome::Declined:
+    case GalleryOutcome::NoFolder:
+        break;
+    }
+    return kExitFailure;
+}
+
+} // namespace tivox::batch
