@@ -1,0 +1,61 @@
+#pragma once
+// The commands that live in the main dialog itself, as plain logic over its
+// fields. The window forwards its buttons here; tests call the same methods
+// with scripted controls, prompts and folder pickers.
+
+#include <string>
+
+#include "app/main_dialog_exchange.h"
+#include "app/main_dialog_fields.h"
+#include "platform/user_seams.h"
+
+namespace tivox {
+
+class CMainDialogCommands {
+public:
+    CMainDialogCommands(IDialogControls& controls, IPrompt& prompt, IFolderPicker& picker);
+
+    MainDialogFields& Fields() { return m_fields; }
+    const MainDialogFields& Fields() const { return m_fields; }
+
+    // With true: reads the controls (may refuse with a message). With false:
+    // writes the fields into the controls. Gives back whether a read succeeded.
+    bool UpdateData(bool saveAndValidate);
+
+    // Photo folder := local date as YYYYMMDD; then the controls are written.
+    void OnCurrentDate();
+    void SetDateFolder(int year, int month, int day);
+    void OnAddRuleTag();
+    void OnToggleStatusBar();
+    void OnSelectBaseFolder();
+    void OnSelectPhotoFolder();
+    void OnSelectGalleryFolder();
+    // Exit, Enter and the window's close: true when the dialog may end.
+    bool OnOK() { return UpdateData(true); }
+    // Full-screen editing opens only after a successful read.
+    bool OnFullScreen() { return UpdateData(true); }
+    // Takes the drive chosen in the drive dialog. A drive that is not
+    // removable is taken only after the user confirms. True when taken.
+    bool TakeCameraDrive(const std::string& driveName, bool removable);
+
+    // Base folder, a separator, photo folder; and the same with "_bak".
+    std::string GetPhotoFolderPath() const;
+    std::string GetBackupFolderPath() const;
+
+    // The folder the shared folder picker starts on; it carries over from
+    // one picker to the next.
+    const std::string& BrowserStartFolder() const { return m_browserStart; }
+
+private:
+    // Runs the one shared picker with `title`; false on cancel.
+    bool RunFolderBrowser(const UiText& title, std::string& chosen);
+
+    IDialogControls& m_controls;
+    IPrompt& m_prompt;
+    IFolderPicker& m_picker;
+    MainDialogFields m_fields;
+    bool m_browserMade = false;
+    std::string m_browserStart;
+};
+
+} // namespace tivox

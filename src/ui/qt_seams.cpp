@@ -1,0 +1,130 @@
+#include "ui/qt_seams.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QCursor>
+#include <QMessageBox>
+#include <QProgressBar>
+
+#include "controls/folder_browser.h"
+
+namespace tivox {
+
+QString TranslateUiText(const UiText& text) {
+    const std::string rendered = RenderUiText(text, [](const std::string& english) {
+        return QCoreApplication::translate("Tivox", english.c_str()).toStdString();
+    });
+    return QString::fromStdString(rendered);
+}
+
+namespace {
+
+QMessageBox::StandardButton ToButton(PromptAnswer answer) {
+    switch (answer) {
+    case PromptAnswer::Ok:
+        return QMessageBox::Ok;
+    case PromptAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case PromptAnswer::Yes:
+        return QMessageBox::Yes;
+    case PromptAnswer::No:
+        return QMessageBox::No;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon ToIcon(PromptIcon icon) {
+    switch (icon) {
+    case PromptIcon::Stop:
+        return QMessageBox::Critical;
+    case PromptIcon::Warning:
+        return QMessageBox::Warning;
+    case PromptIcon::Question:
+        return QMessageBox::Question;
+    case PromptIcon::Information:
+        return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons ToButtons(PromptButtons buttons) {
+    switch (buttons) {
+    case PromptButtons::Ok:
+        return QMessageBox::Ok;
+    case PromptButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case PromptButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case PromptButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+} // namespace
+
+PromptAnswer QtPrompt::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
+                           PromptAnswer defaultAnswer, const UiText& title) {
+    // A message during a long command needs the normal cursor.
+    const bool waiting = QApplication::overrideCursor() != nullptr;
+    if (waiting)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    QMessageBox box(ToIcon(icon),
+                    title.format.empty() ? QStringLiteral("TivoxPlus") : TranslateUiText(title),
+                    TranslateUiText(text), ToButtons(buttons), m_parent);
+    box.setDefaultButton(ToButton(defaultAnswer));
+    const int result = box.exec();
+    if (waiting)
+        QApplication::restoreOverrideCursor();
+    switch (result) {
+    case QMessageBox::Yes:
+        return PromptAnswer::Yes;
+    case QMessageBox::No:
+        return PromptAnswer::No;
+    case QMessageBox::Cancel:
+        return PromptAnswer::Cancel;
+    default:
+        return buttons == PromptButtons::YesNo ? PromptAnswer::No : PromptAnswer::Ok;
+    }
+}
+
+QtFolderPicker::QtFolderPicker(QWidget* parent) : m_parent(parent) {}
+QtFolderPicker::~QtFolderPicker() = default;
+
+bool QtFolderPicker::PickFolder(const UiText& title, const std::string& startFolder,
+                                std::string& chosen) {
+    if (!m_browser) {
+        m_browser = std::make_unique<CFolderBrowser>(m_parent, TranslateUiText(title));
+        m_browser->SetFlags(CFolderBrowser::kReturnOnlyFsDirs | CFolderBrowser::kStatusText);
+    }
+    m_browser->SetTitle(TranslateUiText(title));
+    m_browser->SetStartFolder(QString::fromStdString(startFolder));
+    if (!m_browser->Run())
+        return false;
+    chosen = m_browser->GetPath().toStdString();
+    return true;
+}
+
+void QtProgressSink::SetRange(int lower, int upper) {
+    if (m_bar)
+        m_bar->setRange(lower, upper);
+}
+
+void QtProgressSink::SetPos(int position) {
+    if (!m_bar)
+        return;
+    m_bar->setValue(position);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void QtBusyIndicator::BeginBusy() {
+    if (m_depth++ == 0)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+void QtBusyIndicator::EndBusy() {
+    if (m_depth > 0 && --m_depth == 0)
+        QApplication::restoreOverrideCursor();
+}
+
+} // namespace tivox

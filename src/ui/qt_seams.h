@@ -1,0 +1,71 @@
+#pragma once
+// The user seams of the core, done with Qt: message boxes, the shared folder
+// picker, the dialog's progress bar and the wait cursor. Core texts are
+// translated here (context "Tivox") before their arguments go in.
+
+#include <QPointer>
+#include <QProgressBar>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "platform/user_seams.h"
+
+namespace tivox {
+
+class CFolderBrowser;
+
+// The text of a core message in the user's language.
+QString TranslateUiText(const UiText& text);
+
+class QtPrompt final : public IPrompt {
+public:
+    explicit QtPrompt(QWidget* parent) : m_parent(parent) {}
+    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
+                     PromptAnswer defaultAnswer, const UiText& title = {}) override;
+
+private:
+    QPointer<QWidget> m_parent;
+};
+
+// Runs the one CFolderBrowser of the dialog, made at first need.
+class QtFolderPicker final : public IFolderPicker {
+public:
+    explicit QtFolderPicker(QWidget* parent);
+    ~QtFolderPicker() override;
+    bool PickFolder(const UiText& title, const std::string& startFolder,
+                    std::string& chosen) override;
+    CFolderBrowser* Browser() const { return m_browser.get(); }
+
+private:
+    QWidget* m_parent;
+    std::unique_ptr<CFolderBrowser> m_browser;
+};
+
+// Moves the progress bar and lets the window repaint while a long command
+// runs on the GUI thread. Input is not processed meanwhile, so no other
+// command can start.
+class QtProgressSink final : public IProgressSink {
+public:
+    explicit QtProgressSink(QProgressBar* bar) : m_bar(bar) {}
+    void SetRange(int lower, int upper) override;
+    void SetStep(int step) override { m_step = step; }
+    void SetPos(int position) override;
+    int Step() const { return m_step; }
+
+private:
+    QPointer<QProgressBar> m_bar;
+    int m_step = 10;
+};
+
+// The wait cursor, as an override cursor.
+class QtBusyIndicator final : public IBusyIndicator {
+public:
+    void BeginBusy() override;
+    void EndBusy() override;
+
+private:
+    int m_depth = 0;
+};
+
+} // namespace tivox

@@ -1,0 +1,46 @@
+#include "ui/tivox_app.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLibraryInfo>
+
+#include "ui/tivox_dlg.h"
+
+namespace tivox {
+
+CTivoxApp::CTivoxApp(QApplication& app) : m_app(app) {}
+
+CTivoxApp::~CTivoxApp() {
+    if (m_languageLoaded) {
+        QCoreApplication::removeTranslator(&m_qtTexts);
+        QCoreApplication::removeTranslator(&m_language);
+    }
+}
+
+QStringList CTivoxApp::LanguageFolders() {
+    return {QCoreApplication::applicationDirPath(), QStringLiteral(TIVOX_TRANSLATIONS_DIR)};
+}
+
+bool CTivoxApp::LoadLanguage(const QStringList& folders) {
+    for (const QString& folder : folders) {
+        if (!m_language.load(QStringLiteral("locGerman.qm"), folder))
+            continue;
+        QCoreApplication::installTranslator(&m_language);
+        // The standard buttons of message boxes and the folder picker.
+        if (m_qtTexts.load(QStringLiteral("qtbase_de"),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+            QCoreApplication::installTranslator(&m_qtTexts);
+        m_languageLoaded = true;
+        return true;
+    }
+    return false;
+}
+
+int CTivoxApp::Run() {
+    LoadLanguage(LanguageFolders());
+    CTivoxDlg dialog;
+    dialog.exec();
+    return 0;
+}
+
+} // namespace tivox

@@ -1,0 +1,37 @@
+#pragma once
+// The process: the language file, the main dialog run modally, and the end.
+
+#include <QString>
+#include <QStringList>
+#include <QTranslator>
+
+class QApplication;
+
+namespace tivox {
+
+class CTivoxApp {
+public:
+    explicit CTivoxApp(QApplication& app);
+    ~CTivoxApp();
+
+    // Loads the language file, runs the main dialog until it ends. The result
+    // is the process's exit code.
+    int Run();
+
+    // The folders searched for "locGerman.qm", in order: beside the program,
+    // then the installed translations folder.
+    static QStringList LanguageFolders();
+    // Installs the language file from the first folder that has it (and Qt's
+    // own German texts for its standard buttons). False when there is none;
+    // the built-in English texts then stand.
+    bool LoadLanguage(const QStringList& folders);
+    bool LanguageLoaded() const { return m_languageLoaded; }
+
+private:
+    QApplication& m_app;
+    QTranslator m_language;
+    QTranslator m_qtTexts;
+    bool m_languageLoaded = false;
+};
+
+} // namespace tivox
