@@ -3,23 +3,10 @@
 #include <cstdio>
 #include <ctime>
 
+#include "acquire/file_walker.h"
+#include "acquire/folder_paths.h"
+
 namespace tivox {
-namespace {
-
-// Parent and last name of a picked folder; false for the root or a path
-// without a separator.
-bool SplitPickedFolder(std::string path, std::string& parent, std::string& name) {
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos || slash + 1 >= path.size())
-        return false;
-    parent = slash == 0 ? std::string("/") : path.substr(0, slash);
-    name = path.substr(slash + 1);
-    return true;
-}
-
-} // namespace
 
 CMainDialogCommands::CMainDialogCommands(IDialogControls& controls, IPrompt& prompt,
                                          IFolderPicker& picker)
@@ -61,7 +48,7 @@ void CMainDialogCommands::OnToggleStatusBar() {
 bool CMainDialogCommands::RunFolderBrowser(const UiText& title, std::string& chosen) {
     if (!m_browserMade) {
         m_browserMade = true;
-        m_browserStart = DefaultPicturesFolder();
+        m_browserStart = DefaultBaseFolder();
     }
     return m_picker.PickFolder(title, m_browserStart, chosen);
 }
@@ -90,7 +77,7 @@ void CMainDialogCommands::OnSelectPhotoFolder() {
     UpdateData(true);
     if (!m_browserMade) {
         m_browserMade = true;
-        m_browserStart = DefaultPicturesFolder();
+        m_browserStart = DefaultBaseFolder();
     }
     if (!m_fields.m_baseFolder.empty())
         m_browserStart = m_fields.m_baseFolder;
@@ -99,7 +86,7 @@ void CMainDialogCommands::OnSelectPhotoFolder() {
         return;
     m_browserStart = chosen;
     std::string parent, name;
-    if (SplitPickedFolder(chosen, parent, name)) {
+    if (SplitFolderPath(chosen, parent, name)) {
         m_fields.m_baseFolder = parent;
         m_fields.m_photoFolder = name;
     } else {
@@ -125,14 +112,71 @@ bool CMainDialogCommands::TakeCameraDrive(const std::string& driveName, bool rem
 }
 
 std::string CMainDialogCommands::GetPhotoFolderPath() const {
-    std::string path = m_fields.m_baseFolder;
-    if (path.empty() || path.back() != '/')
-        path += '/';
-    return path + m_fields.m_photoFolder;
+    return tivox::GetPhotoFolderPath(m_fields.m_baseFolder, m_fields.m_photoFolder);
 }
 
 std::string CMainDialogCommands::GetBackupFolderPath() const {
-    return GetPhotoFolderPath() + "_bak";
+    return tivox::GetBackupFolderPath(m_fields.m_baseFolder, m_fields.m_photoFolder);
+}
+
+bool CMainDialogCommands::LoadSettings(const std::string& path) {
+    if (!m_settings.LoadFile(path))
+        return false;
+    FieldsFromSettings(m_settings, m_fields);
+    return true;
+}
+
+namespace {
+
+// The last read as the window goes: nobody is there to answer a message.
+class SilentPrompt final : public IPrompt {
+public:
+    PromptAnswer Ask(const UiText&, PromptIcon, PromptButtons, PromptAnswer answer,
+                     const UiText&) override {
+        return answer;
+    }
+};
+
+} // namespace
+
+bool CMainDialogCommands::StoreSettings(const std::string& path) {
+    SilentPrompt silent;
+    ReadControls(m_fields, m_controls, silent);
+    FieldsToSettings(m_fields, m_settings);
+    return m_settings.StoreFile(path);
+}
+
+void CMainDialogCommands::FillTransfer(CPhotoTransfer& transfer) const {
+    transfer.m_cameraDrive = m_fields.m_cameraDrive;
+    transfer.m_baseFolder = m_fields.m_baseFolder;
+    transfer.m_photoFolder = m_fields.m_photoFolder;
+    transfer.m_renamingRule = m_fields.m_renamingRule;
+    transfer.m_createBackup = m_fields.m_createBackup;
+    transfer.m_renameCounter = m_renameCounter;
+    transfer.m_driveSources = m_driveSources;
+}
+
+TransferOutcome CMainDialogCommands::OnGetPhotos(IProgressSink& progress, IBusyIndicator& busy) {
+    CPhotoTransfer transfer(m_prompt, progress, busy);
+    FillTransfer(transfer);
+    // The transfer reads the controls first; the fields it works on follow.
+    transfer.m_readControls = [&] {
+        UpdateData(true);
+        FillTransfer(transfer);
+    };
+    const TransferOutcome outcome = transfer.OnGetPhotos();
+    m_renameCounter = transfer.m_renameCounter;
+    m_lastReport = transfer.Report();
+    return outcome;
+}
+
+TransferOutcome CMainDialogCommands::OnRestore(IProgressSink& progress, IBusyIndicator& busy) {
+    CPhotoTransfer transfer(m_prompt, progress, busy);
+    FillTransfer(transfer);
+    const TransferOutcome outcome = transfer.OnRestore();
+    m_renameCounter = transfer.m_renameCounter;
+    m_lastReport = transfer.Report();
+    return outcome;
 }
 
 } // namespace tivox

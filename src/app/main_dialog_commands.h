@@ -5,8 +5,11 @@
 
 #include <string>
 
+#include "acquire/mount_table.h"
+#include "acquire/photo_transfer.h"
 #include "app/main_dialog_exchange.h"
 #include "app/main_dialog_fields.h"
+#include "app/settings.h"
 #include "platform/user_seams.h"
 
 namespace tivox {
@@ -14,6 +17,14 @@ namespace tivox {
 class CMainDialogCommands {
 public:
     CMainDialogCommands(IDialogControls& controls, IPrompt& prompt, IFolderPicker& picker);
+
+    // Reads the settings file into the fields; a file that is missing or
+    // damaged leaves the defaults, silently.
+    bool LoadSettings(const std::string& path);
+    // Reads the controls once more (without messages) and writes the file.
+    bool StoreSettings(const std::string& path);
+    // The settings record, with what the full-screen window keeps there.
+    CSettings& Settings() { return m_settings; }
 
     MainDialogFields& Fields() { return m_fields; }
     const MainDialogFields& Fields() const { return m_fields; }
@@ -38,6 +49,17 @@ public:
     // removable is taken only after the user confirms. True when taken.
     bool TakeCameraDrive(const std::string& driveName, bool removable);
 
+    // Get Photos and Restore from Backup Folder, with the dialog's progress
+    // bar and wait cursor. Both run to their end on the calling thread.
+    TransferOutcome OnGetPhotos(IProgressSink& progress, IBusyIndicator& busy);
+    TransferOutcome OnRestore(IProgressSink& progress, IBusyIndicator& busy);
+    // What the last Get Photos or restore did.
+    const TransferReport& LastReport() const { return m_lastReport; }
+    int RenameCounter() const { return m_renameCounter; }
+
+    // Where drives are looked up (tests fake the mount table).
+    DriveSources m_driveSources;
+
     // Base folder, a separator, photo folder; and the same with "_bak".
     std::string GetPhotoFolderPath() const;
     std::string GetBackupFolderPath() const;
@@ -49,11 +71,16 @@ public:
 private:
     // Runs the one shared picker with `title`; false on cancel.
     bool RunFolderBrowser(const UiText& title, std::string& chosen);
+    // A transfer object over the current fields.
+    void FillTransfer(CPhotoTransfer& transfer) const;
 
     IDialogControls& m_controls;
     IPrompt& m_prompt;
     IFolderPicker& m_picker;
     MainDialogFields m_fields;
+    CSettings m_settings;
+    int m_renameCounter = 1;
+    TransferReport m_lastReport;
     bool m_browserMade = false;
     std::string m_browserStart;
 };

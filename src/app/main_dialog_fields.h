@@ -1,11 +1,14 @@
 #pragma once
 // The values of the main dialog: every user setting it shows, with the
-// defaults that stand when no settings file could be read.
+// defaults that stand when no settings file could be read, and their way to
+// and from the settings file.
 
 #include <cstdint>
 #include <string>
 
 namespace tivox {
+
+class CSettings;
 
 struct MainDialogFields {
     std::string m_cameraDrive; // mount point of the camera card, empty until chosen
@@ -22,11 +25,14 @@ struct MainDialogFields {
     std::uint32_t m_jpegQuality = 80;
 };
 
-// The user's pictures folder (XDG_PICTURES_DIR of user-dirs.dirs), else the
-// home folder, else "/". No trailing slash except for "/".
-std::string DefaultPicturesFolder();
-
-// The defaults: base folder the pictures folder, gallery folder below it.
+// The defaults: base folder the user's pictures folder, galleries below it.
 MainDialogFields DefaultMainDialogFields();
+
+// The stored values into the fields, as they are (ranges are checked only
+// when the controls are read); the status bar box follows the height.
+void FieldsFromSettings(const CSettings& settings, MainDialogFields& fields);
+// The fields into the settings record; what the dialog does not show (the
+// unit of print sizes) stays as it was.
+void FieldsToSettings(const MainDialogFields& fields, CSettings& settings);
 
 } // namespace tivox

@@ -141,6 +141,15 @@ int CIconButton::OffsetColor(int index, int offset, bool repaint) {
     return 0;
 }
 
+int CIconButton::SetColor(int index, const QColor& color, bool repaint) {
+    if (index < 0 || index > 5)
+        return 3;
+    m_colors[std::size_t(index)] = color;
+    if (repaint)
+        update();
+    return 0;
+}
+
 int CIconButton::SetDrawFlatFocus(bool drawFlatFocus, bool repaint) {
     m_drawFlatFocus = drawFlatFocus;
     if (repaint)

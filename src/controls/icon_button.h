@@ -45,6 +45,8 @@ public:
     // so that the hue stays and no channel leaves 0..255. 0 on success, 3 for
     // a bad index, 5 for an offset outside -255..255.
     int OffsetColor(int index, int offset, bool repaint = true);
+    // Sets one colour slot; 3 for a bad index.
+    int SetColor(int index, const QColor& color, bool repaint = true);
     int SetDrawFlatFocus(bool drawFlatFocus, bool repaint = true);
     void SetTooltipText(const QString& text, bool activate = true);
     int EnableBalloonTooltip();

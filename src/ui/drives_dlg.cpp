@@ -28,8 +28,8 @@ QIcon DriveIcon(int imageIndex) {
         ":/icons/drive_removable.svg", ":/icons/drive_ram.svg", ":/icons/drive_network.svg",
         ":/icons/drive_unknown.svg",
     };
-    if (imageIndex < 0 || imageIndex > kImageUnknown)
-        imageIndex = kImageUnknown;
+    if (imageIndex < 0 || imageIndex > 6)
+        imageIndex = 6;
     return QIcon(QString::fromLatin1(kPictures[imageIndex]));
 }
 
@@ -83,10 +83,10 @@ bool CDrivesDlg::eventFilter(QObject* watched, QEvent* event) {
 void CDrivesDlg::FillList() {
     QtBusyIndicator busy;
     BusyScope scope(busy);
-    m_drives = m_lister ? m_lister() : std::vector<DriveEntry>{};
-    for (const DriveEntry& drive : m_drives)
+    m_drives = m_lister ? m_lister() : ListDrives();
+    for (const CDriveInfo& drive : m_drives)
         new QListWidgetItem(DriveIcon(DriveImageIndex(drive)),
-                            QString::fromStdString(drive.listText), m_list);
+                            QString::fromStdString(GetListText(drive)), m_list);
 }
 
 void CDrivesDlg::UpdateDescription() {
@@ -94,7 +94,8 @@ void CDrivesDlg::UpdateDescription() {
     m_selected = m_list->currentItem() ? row : -1;
     if (m_selected < 0 || m_selected >= int(m_drives.size()))
         return;
-    m_description = QString::fromStdString(m_drives[std::size_t(m_selected)].description);
+    m_description =
+        QString::fromStdString(m_drives[std::size_t(m_selected)].GetDescription(CoreTranslator()));
     m_descriptionLabel->setText(m_description);
 }
 
@@ -103,7 +104,7 @@ void CDrivesDlg::OnRefresh() {
     FillList();
 }
 
-const DriveEntry* CDrivesDlg::GetSelectedDrive() const {
+const CDriveInfo* CDrivesDlg::GetSelectedDrive() const {
     if (m_selected < 0 || m_selected >= int(m_drives.size()))
         return nullptr;
     return &m_drives[std::size_t(m_selected)];

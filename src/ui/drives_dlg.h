@@ -3,15 +3,19 @@
 // the selected one below the list, and Refresh.
 
 #include <QDialog>
+#include <functional>
 #include <vector>
 
-#include "app/drive_choice.h"
+#include "acquire/drive_info.h"
 
 class QLabel;
 class QListWidget;
 class QListWidgetItem;
 
 namespace tivox {
+
+// Gives every drive of the system, inspected.
+using DriveLister = std::function<std::vector<CDriveInfo>()>;
 
 class CDrivesDlg : public QDialog {
     Q_OBJECT
@@ -24,7 +28,7 @@ public:
     void UpdateDescription();
     void OnRefresh();
     // The selected record, or null when there is none (or it is gone).
-    const DriveEntry* GetSelectedDrive() const;
+    const CDriveInfo* GetSelectedDrive() const;
 
     QListWidget* List() const { return m_list; }
     QString Description() const { return m_description; }
@@ -38,7 +42,7 @@ private:
     QListWidget* m_list;
     QLabel* m_descriptionLabel;
     QString m_description;
-    std::vector<DriveEntry> m_drives;
+    std::vector<CDriveInfo> m_drives;
     int m_selected = -1;
 };
 

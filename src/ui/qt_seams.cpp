@@ -10,11 +10,14 @@
 
 namespace tivox {
 
-QString TranslateUiText(const UiText& text) {
-    const std::string rendered = RenderUiText(text, [](const std::string& english) {
+Translator CoreTranslator() {
+    return [](const std::string& english) {
         return QCoreApplication::translate("Tivox", english.c_str()).toStdString();
-    });
-    return QString::fromStdString(rendered);
+    };
+}
+
+QString TranslateUiText(const UiText& text) {
+    return QString::fromStdString(RenderUiText(text, CoreTranslator()));
 }
 
 namespace {
@@ -105,6 +108,32 @@ bool QtFolderPicker::PickFolder(const UiText& title, const std::string& startFol
     return true;
 }
 
+QtInputBlocker::QtInputBlocker() : m_modalAtStart(QApplication::activeModalWidget()) {
+    qApp->installEventFilter(this);
+}
+
+QtInputBlocker::~QtInputBlocker() {
+    qApp->removeEventFilter(this);
+}
+
+bool QtInputBlocker::eventFilter(QObject*, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Wheel:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride: {
+        QWidget* modal = QApplication::activeModalWidget();
+        return modal == nullptr || modal == m_modalAtStart;
+    }
+    default:
+        return false;
+    }
+}
+
 void QtProgressSink::SetRange(int lower, int upper) {
     if (m_bar)
         m_bar->setRange(lower, upper);
@@ -114,7 +143,7 @@ void QtProgressSink::SetPos(int position) {
     if (!m_bar)
         return;
     m_bar->setValue(position);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QCoreApplication::processEvents();
 }
 
 void QtBusyIndicator::BeginBusy() {

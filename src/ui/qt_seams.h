@@ -15,6 +15,8 @@ namespace tivox {
 
 class CFolderBrowser;
 
+// Turns an English core text into the user's language (context "Tivox").
+Translator CoreTranslator();
 // The text of a core message in the user's language.
 QString TranslateUiText(const UiText& text);
 
@@ -42,9 +44,23 @@ private:
     std::unique_ptr<CFolderBrowser> m_browser;
 };
 
-// Moves the progress bar and lets the window repaint while a long command
-// runs on the GUI thread. Input is not processed meanwhile, so no other
-// command can start.
+// Swallows the user's input while it lives, so that no command starts while
+// another runs on the GUI thread. Windows that open meanwhile (a question of
+// the running command) still take input; paint and timer events pass.
+class QtInputBlocker final : public QObject {
+public:
+    QtInputBlocker();
+    ~QtInputBlocker() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QPointer<QWidget> m_modalAtStart;
+};
+
+// Moves the progress bar and lets the windows repaint while a long command
+// runs on the GUI thread; the user's input is refused meanwhile.
 class QtProgressSink final : public IProgressSink {
 public:
     explicit QtProgressSink(QProgressBar* bar) : m_bar(bar) {}
@@ -54,6 +70,7 @@ public:
     int Step() const { return m_step; }
 
 private:
+    QtInputBlocker m_blocker;
     QPointer<QProgressBar> m_bar;
     int m_step = 10;
 };

@@ -1,5 +1,6 @@
 #include "ui/tivox_dlg.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
 
@@ -31,15 +33,6 @@ QString Tr(const char* text) {
 QString Q(const std::string& text) {
     return QString::fromStdString(text);
 }
-
-// Reads and writes that no one should see: the last read at the end.
-class SilentPrompt final : public IPrompt {
-public:
-    PromptAnswer Ask(const UiText&, PromptIcon, PromptButtons, PromptAnswer answer,
-                     const UiText&) override {
-        return answer;
-    }
-};
 
 } // namespace
 
@@ -111,15 +104,15 @@ public:
     IFolderPicker* target = nullptr;
 };
 
-CTivoxDlg::CTivoxDlg(QWidget* parent)
+CTivoxDlg::CTivoxDlg(QWidget* parent, std::string settingsPath)
     : QDialog(parent), m_controls(std::make_unique<Controls>(*this)),
       m_promptRelay(std::make_unique<PromptRelay>()),
       m_pickerRelay(std::make_unique<PickerRelay>()),
-      m_commands(*m_controls, *m_promptRelay, *m_pickerRelay), m_qtPrompt(this), m_qtPicker(this) {
+      m_commands(*m_controls, *m_promptRelay, *m_pickerRelay), m_qtPrompt(this), m_qtPicker(this),
+      m_settingsPath(std::move(settingsPath)) {
     m_promptRelay->target = &m_qtPrompt;
     m_pickerRelay->target = &m_qtPicker;
-    MainDialogFields& f = m_commands.Fields();
-    f.m_showStatusBar = f.m_statusBarHeight > 0 ? 1 : 0;
+    m_commands.LoadSettings(m_settingsPath);
     setWindowIcon(QIcon(QStringLiteral(":/icons/tivoxplus.svg")));
     BuildLayout();
     OnInitDialog();
@@ -324,6 +317,8 @@ void CTivoxDlg::BuildLayout() {
     connect(m_showStatusBar, &QPushButton::clicked, this, &CTivoxDlg::OnToggleStatusBar);
     connect(m_slider, &QSlider::valueChanged, this, &CTivoxDlg::OnHScroll);
     connect(fullScreen, &QPushButton::clicked, this, &CTivoxDlg::OnFullScreen);
+    connect(get, &QPushButton::clicked, this, &CTivoxDlg::OnGetPhotos);
+    connect(restore, &QPushButton::clicked, this, &CTivoxDlg::OnRestore);
     connect(exit, &QPushButton::clicked, this, &CTivoxDlg::accept);
     auto* about = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
     connect(about, &QShortcut::activated, this, &CTivoxDlg::OnAbout);
@@ -335,6 +330,8 @@ void CTivoxDlg::OnInitDialog() {
         button->OffsetColor(CIconButton::kBackIn, 255);
         button->SetDrawFlatFocus(true);
     }
+    // Placing the slider is no movement by the user: the edit keeps its text.
+    const QSignalBlocker quiet(m_slider);
     m_slider->setRange(0, 100);
     m_slider->setValue(int(m_commands.Fields().m_jpegQuality));
     m_link->SetURL(Tr("https://tivoxplus.example.org/"));
@@ -351,10 +348,10 @@ void CTivoxDlg::OnSelectCameraDrive() {
     CDrivesDlg drives(m_driveLister, this);
     if (drives.exec() != QDialog::Accepted)
         return;
-    const DriveEntry* drive = drives.GetSelectedDrive();
+    const CDriveInfo* drive = drives.GetSelectedDrive();
     if (!drive)
         return;
-    m_commands.TakeCameraDrive(drive->name, drive->type == kDriveRemovable);
+    m_commands.TakeCameraDrive(drive->GetDriveName(), drive->m_type == kDriveRemovable);
 }
 
 void CTivoxDlg::OnFullScreen() {
@@ -362,6 +359,30 @@ void CTivoxDlg::OnFullScreen() {
         return;
     if (m_openFullScreen)
         m_openFullScreen();
+}
+
+template <typename Command> void CTivoxDlg::RunBusy(Command command) {
+    if (m_busy)
+        return;
+    if (m_closeFullScreen)
+        m_closeFullScreen();
+    m_busy = true;
+    QtProgressSink progress(m_progress);
+    QtBusyIndicator busy;
+    command(progress, busy);
+    m_busy = false;
+}
+
+void CTivoxDlg::OnGetPhotos() {
+    RunBusy([this](IProgressSink& progress, IBusyIndicator& busy) {
+        m_commands.OnGetPhotos(progress, busy);
+    });
+}
+
+void CTivoxDlg::OnRestore() {
+    RunBusy([this](IProgressSink& progress, IBusyIndicator& busy) {
+        m_commands.OnRestore(progress, busy);
+    });
 }
 
 void CTivoxDlg::OnAbout() {
@@ -402,8 +423,7 @@ void CTivoxDlg::StoreSettings() {
     if (m_stored)
         return;
     m_stored = true;
-    SilentPrompt silent;
-    ReadControls(m_commands.Fields(), *m_controls, silent);
+    m_commands.StoreSettings(m_settingsPath);
 }
 
 } // namespace tivox

@@ -7,8 +7,8 @@
 #include <functional>
 #include <memory>
 
-#include "app/drive_choice.h"
 #include "app/main_dialog_commands.h"
+#include "ui/drives_dlg.h"
 #include "ui/qt_seams.h"
 
 class QComboBox;
@@ -26,8 +26,9 @@ class CIconButton;
 class CTivoxDlg : public QDialog {
     Q_OBJECT
 public:
-    // Starts with the defaults, then the stored settings.
-    explicit CTivoxDlg(QWidget* parent = nullptr);
+    // Starts with the defaults, then the settings stored at settingsPath
+    // (by default the program's settings file); they go back there at the end.
+    explicit CTivoxDlg(QWidget* parent = nullptr, std::string settingsPath = GetSettingsPath());
     ~CTivoxDlg() override;
 
     CMainDialogCommands& Commands() { return m_commands; }
@@ -52,6 +53,8 @@ public:
     void OnToggleStatusBar() { m_commands.OnToggleStatusBar(); }
     void OnHScroll(int position);
     void OnFullScreen();
+    void OnGetPhotos();
+    void OnRestore();
     void OnAbout();
 
     // Exit and Enter: ends the dialog after a successful read.
@@ -86,6 +89,8 @@ private:
     void OnInitDialog();
     // Reads the controls once more and stores the settings; once.
     void StoreSettings();
+    // Runs a long command: input is refused and the window keeps painting.
+    template <typename Command> void RunBusy(Command command);
     CIconButton* MakeButton(const QString& caption, const char* name);
 
     std::unique_ptr<Controls> m_controls;
@@ -94,6 +99,7 @@ private:
     CMainDialogCommands m_commands;
     QtPrompt m_qtPrompt;
     QtFolderPicker m_qtPicker;
+    std::string m_settingsPath;
     DriveLister m_driveLister;
     std::function<void()> m_openFullScreen;
     std::function<void()> m_closeFullScreen;

@@ -15,21 +15,24 @@
 
 namespace {
 
-// Drives of a typical desktop: one of each picture.
-std::vector<tivox::DriveEntry> SampleDrives() {
+// Drives of a typical desktop, one of each kind.
+std::vector<tivox::CDriveInfo> SampleDrives() {
     using namespace tivox;
+    auto drive = [](const char* root, std::uint32_t type, const char* label) {
+        CDriveInfo info;
+        info.m_root = root;
+        info.m_type = type;
+        info.m_label = label;
+        return info;
+    };
     return {
-        {"/", "/", "Fixed drive, 38.214.316 KB free of 61.255.652 KB", kDriveFixed, false},
-        {"/home", "/home  (HOME)", "Fixed drive, 210.331.008 KB free of 480.113.216 KB",
-         kDriveFixed, false},
-        {"/media/anna/EOS_DIGITAL", "/media/anna/EOS_DIGITAL  (EOS_DIGITAL)",
-         "Removable drive, 7.402.112 KB free of 7.801.344 KB", kDriveRemovable, false},
-        {"/media/anna/CDROM", "/media/anna/CDROM  (HOLIDAY_2004)", "CD-ROM drive", kDriveCdRom,
-         false},
-        {"/run/user/1000", "/run/user/1000", "RAM disk", kDriveRamDisk, false},
-        {"/mnt/nas", "/mnt/nas  (PHOTOS)", "Network drive", kDriveRemote, false},
-        {"/media/floppy", "/media/floppy", "Floppy drive", kDriveRemovable, true},
-        {"/mnt/gone", "/mnt/gone", "Unknown drive", kDriveNoRootDir, false},
+        drive("/", kDriveFixed, ""),
+        drive("/home", kDriveFixed, "HOME"),
+        drive("/media/anna/EOS_DIGITAL", kDriveRemovable, "EOS_DIGITAL"),
+        drive("/media/anna/CDROM", kDriveCdRom, "HOLIDAY_2004"),
+        drive("/run/user/1000", kDriveRamDisk, ""),
+        drive("/mnt/nas", kDriveRemote, "PHOTOS"),
+        drive("/mnt/gone", kDriveNoRootDir, ""),
     };
 }
 

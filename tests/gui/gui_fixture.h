@@ -1,0 +1,77 @@
+#pragma once
+// Helpers of the widget tests: scripted answers for message boxes and folder
+// pickers, a dialog over a settings file of its own, and modal windows
+// answered from inside their event loop.
+
+#include <QApplication>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/user_seams.h"
+#include "support/test_jpeg.h"
+#include "ui/tivox_dlg.h"
+
+namespace tivox::test {
+
+// Answers from a script (Yes or Ok when it runs out) and records each text
+// in English, rendered.
+class ScriptedPrompt final : public IPrompt {
+public:
+    std::vector<PromptAnswer> answers;
+    struct Shown {
+        std::string text;
+        PromptIcon icon;
+        PromptButtons buttons;
+        PromptAnswer defaultAnswer;
+    };
+    std::vector<Shown> shown;
+
+    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
+                     PromptAnswer defaultAnswer, const UiText& title) override;
+    std::vector<std::string> Texts() const;
+};
+
+// Gives the scripted folders in order; an empty entry cancels. Records the
+// title and start folder of every run.
+class ScriptedPicker final : public IFolderPicker {
+public:
+    std::vector<std::string> folders;
+    struct Run {
+        std::string title;
+        std::string startFolder;
+    };
+    std::vector<Run> runs;
+
+    bool PickFolder(const UiText& title, const std::string& startFolder,
+                    std::string& chosen) override;
+};
+
+// A main dialog with a settings file in a folder of its own, seams scripted.
+struct DialogRig {
+    DialogRig();
+    explicit DialogRig(const std::string& settingsFile);
+    std::string SettingsFile() const { return settings; }
+    // Ends and destroys the dialog (which stores the settings).
+    void Close();
+
+    TempDir dir;
+    std::string settings;
+    ScriptedPrompt prompt;
+    ScriptedPicker picker;
+    std::unique_ptr<CTivoxDlg> dlg;
+};
+
+// Runs `answer` on the modal window that `open` brings up, from inside its
+// event loop, then returns what open returned.
+template <typename Open> auto WithModal(std::function<void(QWidget*)> answer, Open open) {
+    QTimer::singleShot(0, [answer] {
+        QWidget* modal = QApplication::activeModalWidget();
+        answer(modal);
+    });
+    return open();
+}
+
+} // namespace tivox::test
