@@ -29,6 +29,19 @@ std::string JoinPath(const std::string& folder, const std::string& name) {
     return folder + "/" + name;
 }
 
+// Writes one cell into the grid of a page at column x, row y and moves on to
+// the next place; a full row is closed.
+bool WriteCell(PageFile& file, const std::string& cell, int& x, int& y, int across, int down) {
+    bool ok = (x != 0 || file.Write(g_rowOpen)) && file.Write(cell);
+    if (++x == across) {
+        x = 0;
+        if (++y == down)
+            y = 0;
+        ok = ok && file.Write(g_rowClose);
+    }
+    return ok;
+}
+
 bool EndsInJpg(const std::string& name) {
     return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".jpg");
 }
@@ -105,30 +118,13 @@ bool CGalleryWriter::Write() {
             link = PageName("photo", photoPage);
         }
 
-        PageFile& thumb = *m_thumbFile;
-        bool written = (tx != 0 || thumb.Write(g_rowOpen)) && thumb.Write(g_thumbCellOpen) &&
-                       thumb.Write(link) && thumb.Write(g_thumbCellImage) &&
-                       thumb.Write(g_thumbsUrl) && thumb.Write(linkName) &&
-                       thumb.Write(g_thumbCellClose);
-        if (++tx == m_thumbTilesX) {
-            tx = 0;
-            if (++ty == m_thumbTilesY)
-                ty = 0;
-            written = written && thumb.Write(g_rowClose);
-        }
-        if (!written)
+        if (!WriteCell(*m_thumbFile,
+                       g_thumbCellOpen + link + g_thumbCellImage + g_thumbsUrl + linkName +
+                           g_thumbCellClose,
+                       tx, ty, m_thumbTilesX, m_thumbTilesY))
             return Fail(kThumbError);
-
-        PageFile& photo = *m_photoFile;
-        written = (px != 0 || photo.Write(g_rowOpen)) && photo.Write(g_photoCellOpen) &&
-                  photo.Write(g_picsUrl) && photo.Write(linkName) && photo.Write(g_photoCellClose);
-        if (++px == m_photoTilesX) {
-            px = 0;
-            if (++py == m_photoTilesY)
-                py = 0;
-            written = written && photo.Write(g_rowClose);
-        }
-        if (!written)
+        if (!WriteCell(*m_photoFile, g_photoCellOpen + (g_picsUrl + linkName) + g_photoCellClose,
+                       px, py, m_photoTilesX, m_photoTilesY))
             return Fail(kPhotoError);
 
         if (tx == 0 && ty == 0) {
