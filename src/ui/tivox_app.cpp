@@ -18,7 +18,10 @@ CTivoxApp::~CTivoxApp() {
 }
 
 QStringList CTivoxApp::LanguageFolders() {
-    return {QCoreApplication::applicationDirPath(), QStringLiteral(TIVOX_TRANSLATIONS_DIR)};
+    const QString program = QCoreApplication::applicationDirPath();
+    // An installation moved to another prefix finds its file relative to bin/.
+    return {program, program + QStringLiteral("/../share/tivoxplus/translations"),
+            QStringLiteral(TIVOX_TRANSLATIONS_DIR)};
 }
 
 bool CTivoxApp::LoadLanguage(const QStringList& folders) {

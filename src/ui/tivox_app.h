@@ -19,7 +19,7 @@ public:
     int Run();
 
     // The folders searched for "locGerman.qm", in order: beside the program,
-    // then the installed translations folder.
+    // then the translations folder of the installation.
     static QStringList LanguageFolders();
     // Installs the language file from the first folder that has it (and Qt's
     // own German texts for its standard buttons). False when there is none;
