@@ -83,41 +83,8 @@ void MultiplyMatrix(ColorMatrix& m, const ColorMatrix& l) {
 
 namespace {
 
-// The gamma curve is looked up at 1/64 of an 8-bit step, fine enough that
-// fractional matrix results keep their place on a steep curve.
-constexpr int kGammaSteps = 64;
-constexpr int kGammaEntries = 255 * kGammaSteps + 1;
-
-// The matrix rearranged for pixels in memory: coef[o][k] is the weight of
-// input component k (0 red, 1 green, 2 blue, 3 alpha) in output byte o (0
-// blue, 1 green, 2 red, 3 alpha), on the 0..255 scale.
-struct Prepared {
-    float coef[4][4];
-    float offset[4];
-    bool gamma = false;
-    std::vector<std::uint8_t> lut; // kGammaEntries + 3 bytes of padding for 32-bit gathers
-};
-
-Prepared Prepare(const ColorMatrix& matrix, float gamma) {
-    static constexpr int kColumnOfByte[4] = {2, 1, 0, 3};
-    Prepared p;
-    for (int o = 0; o < 4; ++o) {
-        const int j = kColumnOfByte[o];
-        for (int k = 0; k < 4; ++k)
-            p.coef[o][k] = matrix.m[k][j];
-        p.offset[o] = matrix.m[4][j] * 255.0f;
-    }
-    p.gamma = gamma != 1.0f;
-    if (p.gamma) {
-        p.lut.assign(kGammaEntries + 3, 0);
-        for (int i = 0; i < kGammaEntries; ++i) {
-            double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gamma));
-            v = v < 0.0 ? 0.0 : (v > 255.0 ? 255.0 : v);
-            p.lut[std::size_t(i)] = std::uint8_t(v + 0.5);
-        }
-    }
-    return p;
-}
+constexpr int kGammaSteps = ColorTransform::kGammaSteps;
+constexpr int kGammaEntries = ColorTransform::kGammaEntries;
 
 inline float Clamp255(float v) {
     v = v > 0.0f ? v : 0.0f;
@@ -126,7 +93,7 @@ inline float Clamp255(float v) {
 
 // The defining computation of one pixel; the vector path repeats it exactly,
 // operation for operation.
-inline std::uint32_t ColorPixel(std::uint32_t px, const Prepared& p) {
+inline std::uint32_t ColorPixel(std::uint32_t px, const ColorTransform& p) {
     const float in[4] = {float((px >> 16) & 255), float((px >> 8) & 255), float(px & 255),
                          float(px >> 24)};
     std::uint32_t out = 0;
@@ -146,14 +113,14 @@ inline std::uint32_t ColorPixel(std::uint32_t px, const Prepared& p) {
     return out;
 }
 
-void ColorScalar(std::uint32_t* px, std::size_t n, const Prepared& p) {
+void ColorScalar(std::uint32_t* px, std::size_t n, const ColorTransform& p) {
     for (std::size_t i = 0; i < n; ++i)
         px[i] = ColorPixel(px[i], p);
 }
 
 #if defined(__x86_64__) || defined(__i386__)
 __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::size_t n,
-                                                      const Prepared& p) {
+                                                      const ColorTransform& p) {
     const __m256i byteMask = _mm256_set1_epi32(255);
     const __m256 zero = _mm256_setzero_ps();
     const __m256 top = _mm256_set1_ps(255.0f);
@@ -167,6 +134,9 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
         offset[o] = _mm256_set1_ps(p.offset[o]);
     }
     const int* lut = p.gamma ? reinterpret_cast<const int*>(p.lut.data()) : nullptr;
+    const int outputs = p.alphaAlone ? 3 : 4;
+    const int inputs = p.alphaAlone ? 3 : 4;
+    const __m256i alphaMask = _mm256_set1_epi32(int(0xFF000000u));
     std::size_t i = 0;
     for (; i + 8 <= n; i += 8) {
         const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
@@ -175,12 +145,13 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
             _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
             _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
             _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
-        __m256i out = _mm256_setzero_si256();
-        for (int o = 0; o < 4; ++o) {
+        __m256i out = p.alphaAlone ? _mm256_and_si256(v, alphaMask) : _mm256_setzero_si256();
+        for (int o = 0; o < outputs; ++o) {
             __m256 s = _mm256_mul_ps(in[0], coef[o][0]);
             s = _mm256_add_ps(s, _mm256_mul_ps(in[1], coef[o][1]));
             s = _mm256_add_ps(s, _mm256_mul_ps(in[2], coef[o][2]));
-            s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
+            if (inputs == 4)
+                s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
             s = _mm256_add_ps(s, offset[o]);
             s = _mm256_min_ps(_mm256_max_ps(s, zero), top);
             __m256i q;
@@ -201,18 +172,46 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
 
 } // namespace
 
-void ApplyColorMatrix(Bitmap& image, const ColorMatrix& matrix, float gamma, PixelPath path) {
-    if (image.IsEmpty() || (matrix.IsIdentity() && gamma == 1.0f))
+ColorTransform::ColorTransform(const ColorMatrix& matrix, float gamma) {
+    static constexpr int kColumnOfByte[4] = {2, 1, 0, 3};
+    for (int o = 0; o < 4; ++o) {
+        const int j = kColumnOfByte[o];
+        for (int k = 0; k < 4; ++k)
+            coef[o][k] = matrix.m[k][j];
+        offset[o] = matrix.m[4][j] * 255.0f;
+    }
+    alphaAlone = coef[3][0] == 0.0f && coef[3][1] == 0.0f && coef[3][2] == 0.0f &&
+                 coef[3][3] == 1.0f && offset[3] == 0.0f && coef[0][3] == 0.0f &&
+                 coef[1][3] == 0.0f && coef[2][3] == 0.0f;
+    neutral = matrix.IsIdentity() && gamma == 1.0f;
+    this->gamma = gamma != 1.0f;
+    if (this->gamma) {
+        lut.assign(kGammaEntries + 3, 0);
+        for (int i = 0; i < kGammaEntries; ++i) {
+            double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gamma));
+            v = v < 0.0 ? 0.0 : (v > 255.0 ? 255.0 : v);
+            lut[std::size_t(i)] = std::uint8_t(v + 0.5);
+        }
+    }
+}
+
+void ColorTransform::Apply(std::uint8_t* pixels, std::size_t count, PixelPath path) const {
+    if (neutral || count == 0)
         return;
-    const Prepared p = Prepare(matrix, gamma);
-    auto* px = reinterpret_cast<std::uint32_t*>(image.Data());
-    const std::size_t n = std::size_t(image.Width()) * std::size_t(image.Height());
+    auto* px = reinterpret_cast<std::uint32_t*>(pixels);
     std::size_t done = 0;
 #if defined(__x86_64__) || defined(__i386__)
     if (UseAvx2(path))
-        done = ColorAvx2(px, n, p);
+        done = ColorAvx2(px, count, *this);
 #endif
-    ColorScalar(px + done, n - done, p);
+    ColorScalar(px + done, count - done, *this);
+}
+
+void ApplyColorMatrix(Bitmap& image, const ColorMatrix& matrix, float gamma, PixelPath path) {
+    if (image.IsEmpty())
+        return;
+    ColorTransform(matrix, gamma)
+        .Apply(image.Data(), std::size_t(image.Width()) * std::size_t(image.Height()), path);
 }
 
 } // namespace tivox

@@ -101,13 +101,106 @@ __attribute__((target("avx2"))) int ConvolveRowAvx2(const Rows& rows, std::uint8
 }
 #endif
 
+// Truncating division of the kernel's sums by a positive constant, done as
+// a multiply-high in 16 bits. The magic number is accepted only after it
+// gave the quotient of every sum the kernel can produce.
+struct Divider16 {
+    bool usable = false;
+    bool identity = false;
+    std::int16_t magic = 0;
+    bool addN = false;
+    int shift = 0;
+
+    int Divide(int n) const { // exactly what the vector code computes
+        if (identity)
+            return n;
+        int h = (n * int(magic)) >> 16;
+        if (addN)
+            h += n;
+        h >>= shift;
+        return h + (n < 0 ? 1 : 0);
+    }
+};
+
+Divider16 MakeDivider(std::int32_t factor, std::int64_t reach) {
+    Divider16 d;
+    if (reach > 32767 || factor <= 0)
+        return d;
+    if (factor == 1) {
+        d.usable = d.identity = true;
+        return d;
+    }
+    for (int shift = 0; shift < 16; ++shift) {
+        const std::int64_t m = ((std::int64_t{1} << (16 + shift)) + factor - 1) / factor;
+        if (m > 65535)
+            break;
+        d.magic = std::int16_t(m >= 32768 ? m - 65536 : m);
+        d.addN = m >= 32768;
+        d.shift = shift;
+        bool exact = true;
+        for (int n = -int(reach); n <= int(reach) && exact; ++n)
+            exact = d.Divide(n) == n / factor;
+        if (exact) {
+            d.usable = true;
+            return d;
+        }
+    }
+    return d;
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+// Eight pixels at a time in 16-bit lanes, for kernels whose sums fit them
+// (the sharpening kernels among them).
+__attribute__((target("avx2"))) int ConvolveRow16(const Rows& rows, std::uint8_t* out, int x0,
+                                                  int x1, const Tap* taps, int tapCount,
+                                                  const Divider16& divider, std::int32_t offset) {
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i magic = _mm256_set1_epi16(divider.magic);
+    const __m128i shift = _mm_cvtsi32_si128(divider.shift);
+    const __m256i add = _mm256_set1_epi16(std::int16_t(offset));
+    const __m256i alphaMask = _mm256_set1_epi32(int(0xFF000000u));
+    __m256i weights[9];
+    for (int t = 0; t < tapCount; ++t)
+        weights[t] = _mm256_set1_epi16(std::int16_t(taps[t].weight));
+    int x = x0;
+    for (; x + 8 <= x1; x += 8) {
+        __m256i lo = zero, hi = zero;
+        for (int t = 0; t < tapCount; ++t) {
+            const __m256i px = _mm256_loadu_si256(
+                reinterpret_cast<const __m256i*>(rows.r[taps[t].row] + (x + taps[t].dx) * 4));
+            lo = _mm256_add_epi16(lo,
+                                  _mm256_mullo_epi16(_mm256_unpacklo_epi8(px, zero), weights[t]));
+            hi = _mm256_add_epi16(hi,
+                                  _mm256_mullo_epi16(_mm256_unpackhi_epi8(px, zero), weights[t]));
+        }
+        __m256i sums[2] = {lo, hi};
+        for (__m256i& n : sums) {
+            if (!divider.identity) {
+                __m256i h = _mm256_mulhi_epi16(n, magic);
+                if (divider.addN)
+                    h = _mm256_add_epi16(h, n);
+                h = _mm256_sra_epi16(h, shift);
+                n = _mm256_add_epi16(h, _mm256_srli_epi16(n, 15));
+            }
+            n = _mm256_adds_epi16(n, add);
+        }
+        const __m256i bytes = _mm256_packus_epi16(sums[0], sums[1]);
+        const __m256i original =
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(rows.r[1] + x * 4));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + x * 4),
+                            _mm256_blendv_epi8(bytes, original, alphaMask));
+    }
+    return x;
+}
+#endif
+
 } // namespace
 
 bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
-    if (kernel.factor == 0)
-        return false;
     const int w = image.Width();
     const int h = image.Height();
+    if (kernel.factor == 0)
+        return false;
     if (w < 3 || h < 3)
         return true;
 
@@ -120,10 +213,15 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
         taps[tapCount++] = Tap{i / 3, i % 3 - 1, kernel.weights[i]};
         reach += std::llabs(std::int64_t(kernel.weights[i])) * 255;
     }
-    bool vector = false;
+    bool vector = false, narrow = false;
+    Divider16 divider;
 #if defined(__x86_64__) || defined(__i386__)
-    vector = UseAvx2(path) && reach < (std::int64_t{1} << 24) &&
-             std::llabs(std::int64_t(kernel.factor)) < (std::int64_t{1} << 24);
+    if (UseAvx2(path)) {
+        divider = MakeDivider(kernel.factor, reach);
+        narrow = divider.usable && kernel.offset > -32768 && kernel.offset < 32768;
+        vector = reach < (std::int64_t{1} << 24) &&
+                 std::llabs(std::int64_t(kernel.factor)) < (std::int64_t{1} << 24);
+    }
 #endif
 
     // Rows are written top down, so only the two rows above the one being
@@ -142,7 +240,9 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
         std::uint8_t* out = image.Row(y);
         int x = 1;
 #if defined(__x86_64__) || defined(__i386__)
-        if (vector)
+        if (narrow)
+            x = ConvolveRow16(rows, out, 1, w - 1, taps, tapCount, divider, kernel.offset);
+        else if (vector)
             x = ConvolveRowAvx2(rows, out, 1, w - 1, taps, tapCount, kernel);
 #endif
         ConvolveRowScalar(rows, out, x, w - 1, taps, tapCount, kernel);

@@ -100,8 +100,15 @@ TEST(Convolve, VectorPathGivesTheScalarBytes) {
     sharp.weights[4] = 11;
     sharp.weights[1] = sharp.weights[3] = sharp.weights[5] = sharp.weights[7] = -2;
     sharp.factor = 3;
+    CConvolution plainSum = sharp; // factor 1 with an offset
+    plainSum.weights[4] = 9;
+    plainSum.factor = 1;
+    plainSum.offset = -20;
+    CConvolution wide; // sums beyond 16 bits
+    wide.SetAll(40);
+    wide.factor = 7;
     int round = 0;
-    for (const CConvolution& k : {blur, odd, sharp}) {
+    for (const CConvolution& k : {blur, odd, sharp, plainSum, wide}) {
         for (int w : {3, 10, 33}) {
             const Bitmap source = test::RandomPicture(w, 7, std::uint32_t(50 + round++));
             Bitmap fast = test::Copy(source), plain = test::Copy(source);
