@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QLibraryInfo>
 
+#include "ui/fullscreen_editing.h"
 #include "ui/tivox_dlg.h"
 
 namespace tivox {
@@ -42,6 +43,7 @@ bool CTivoxApp::LoadLanguage(const QStringList& folders) {
 int CTivoxApp::Run() {
     LoadLanguage(LanguageFolders());
     CTivoxDlg dialog;
+    CFullScreenEditing fullScreen(dialog);
     dialog.exec();
     return 0;
 }

@@ -1,0 +1,175 @@
+#pragma once
+// The window of Full Screen Editing: a frameless window over the whole screen
+// that shows the photo folder as pages of tiles or one photo at a time, with
+// markers, the status bar, the crop and red-eye tools and the floating Image
+// Operations window. The object lives as long as its owner; the window itself
+// is created at each opening (Create) and taken down at each closing
+// (DestroyWindow), which stops the thumbnail worker before the list is
+// cleared.
+//
+// Threads: everything runs on the GUI thread except InvalidateTile, which the
+// thumbnail worker calls; it only posts the repaint to the GUI thread.
+
+#include <QCursor>
+#include <QImage>
+#include <QWidget>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "app/fullscreen_hover.h"
+#include "app/tile_layout.h"
+#include "app/tool_state.h"
+#include "photos/edit_host.h"
+#include "platform/user_seams.h"
+
+class QScreen;
+
+namespace tivox {
+
+class Bitmap;
+class CImageOpsDlg;
+class CPhoto;
+class CPhotoList;
+class CSettings;
+
+// What the window reads of the main dialog.
+class IFullScreenOwner {
+public:
+    virtual ~IFullScreenOwner() = default;
+    virtual int GetJpegQuality() const = 0;
+    virtual std::string GetGalleryFolder() const = 0;   // base folder of the galleries
+    virtual std::string GetPhotoFolderPath() const = 0; // the open photo folder
+    // The settings that travel with the settings file (the print-size unit).
+    virtual CSettings& GetSettings() = 0;
+};
+
+class CFullScreenWnd : public QWidget, public IEditHost {
+    Q_OBJECT
+public:
+    explicit CFullScreenWnd(QWidget* parent = nullptr);
+    ~CFullScreenWnd() override;
+
+    // Opening: Create (if there is no window), SetMainDlg, Configure, then the
+    // list gets GetThumbSize and this window and opens the folder, and last
+    // SetPhotoList. Create covers `screen` (the primary screen when null).
+    bool HasWindow() const { return m_created; }
+    void Create(QScreen* screen = nullptr);
+    // The same over an area of the desktop given directly.
+    void Create(const QRect& area);
+    void SetMainDlg(IFullScreenOwner* owner) { m_mainDlg = owner; }
+    IFullScreenOwner* GetMainDlg() const { return m_mainDlg; }
+    void Configure(std::uint32_t tilesX, std::uint32_t tilesY, std::uint32_t statusHeight);
+    void SetPhotoList(CPhotoList* list);
+    // Closing: stops the worker, clears the list (pending edits end unsaved),
+    // drops the buffers and the Image Operations window, hides the window.
+    void DestroyWindow();
+
+    // Message boxes and the wait cursor; tests script them. Null: Qt's own.
+    void SetPrompt(IPrompt* prompt);
+    void SetBusyIndicator(IBusyIndicator* busy);
+    IPrompt& Prompt() { return *m_prompt; }
+    IBusyIndicator& Busy() { return *m_busy; }
+
+    // IEditHost.
+    Size GetScreenSize() const override { return m_layout.GetScreenSize(); }
+    Size GetThumbSize() const override { return m_layout.GetThumbSize(); }
+    int GetJpegQuality() const override;
+    CPhotoList* GetPhotoList() override { return m_photoList; }
+    void Invalidate() override { update(); }
+    void InvalidateTile(int index) override;
+    void BringToTop() override;
+
+    // The photo in question: the one shown, or in tile mode the one under the
+    // mouse. Null without one; without a list it says so in a message box.
+    CPhoto* GetCurrentPhoto() override;
+
+    // Input and tools.
+    void SetMode(std::int32_t mode);
+    void ToggleMark();
+    void StepForward();
+    void StepBackward();
+    void UpdateCropRect(Point point);
+    void SyncToolPages();
+    void CommitChanges();
+    void DiscardChanges();
+
+    // State, for the Image Operations window and tests.
+    const CTileLayout& Layout() const { return m_layout; }
+    const CToolState& Tools() const { return m_tools; }
+    CImageOpsDlg* ImageOpsDlg() const { return m_imageOpsDlg.get(); }
+    bool IsSinglePhoto() const { return m_singlePhoto; }
+    std::int32_t PageStart() const { return m_pageStart; }
+    std::int32_t CurrentIndex() const { return m_currentIndex; }
+    std::int32_t CurrentMarker() const { return m_currentMarker; }
+    void SetCurrentMarker(std::int32_t marker) { m_currentMarker = marker; }
+    Point MousePos() const { return m_mousePos; }
+    // The text the status bar shows for the hovered photo after the last
+    // paint; empty when it showed none.
+    const QString& StatusText() const { return m_statusText; }
+    // Which of the four cursors is set.
+    ToolCursor CurrentCursor() const { return m_cursorShape; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ResetState();
+    void ApplyCursor(ToolCursor cursor);
+    void PaintTiles(QPainter& painter, const QRect& clip);
+    void PaintSinglePhoto(QPainter& painter);
+    void PaintStatusText(QPainter& painter, const CPhoto& photo);
+    void OnTileReady(int index);
+    void NextPage();
+    void PreviousPage();
+    void NextPhoto();
+    void PreviousPhoto();
+    void ChangeView();
+    void FixRedEye(Point point);
+    void DragCropRect(Point point);
+    void AskForCrop();
+    void ShowImageOpsDlg(const QPoint& globalPos);
+    bool CurrentIsPortrait();
+    // The picture of the photo in question, if it has one.
+    Bitmap* CurrentScreenImage();
+    void InvalidateEdges(const RectEdges& edges);
+
+    int m_screenWidth = 0;
+    int m_screenHeight = 0;
+    QCursor m_cropCursor;
+    QCursor m_selectCursor;
+    QCursor m_moveCursor;
+    QCursor m_redEyeCursor;
+    CPhotoList* m_photoList = nullptr;
+    IFullScreenOwner* m_mainDlg = nullptr;
+    std::unique_ptr<CImageOpsDlg> m_imageOpsDlg;
+    std::int32_t m_pageStart = 0;
+    std::int32_t m_currentIndex = 0;
+    CTileLayout m_layout;
+    CHoverTracker m_hover;
+    Point m_mousePos{-1, -1};
+    std::int32_t m_currentMarker = 1;
+    bool m_singlePhoto = false;
+    CToolState m_tools;
+    // Off-screen pictures: the hovered tile and the crop overlay. They live
+    // from Configure to the closing, never per frame.
+    QImage m_thumbBuffer;
+    QImage m_screenBuffer;
+
+    bool m_created = false;
+    ToolCursor m_cursorShape = ToolCursor::Select;
+    QString m_statusText;
+    std::unique_ptr<IPrompt> m_qtPrompt;
+    std::unique_ptr<IBusyIndicator> m_qtBusy;
+    IPrompt* m_prompt = nullptr;
+    IBusyIndicator* m_busy = nullptr;
+};
+
+} // namespace tivox

@@ -1,0 +1,73 @@
+#include "ui/tab_basic.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "controls/icon_button.h"
+#include "imageops/operation.h"
+#include "ui/fullscreen_wnd.h"
+#include "ui/image_ops_dlg.h"
+
+namespace tivox {
+namespace {
+
+QString Tr(const char* text) {
+    return QCoreApplication::translate("CBasicPage", text);
+}
+
+CIconButton* MakeButton(QWidget* parent, const QString& caption, const char* icon) {
+    auto* button = new CIconButton(caption, parent);
+    button->SetIcon(QString::fromLatin1(icon), 32, 32);
+    button->OffsetColor(CIconButton::kBackIn, 255);
+    button->SetDrawFlatFocus(true);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+CBasicPage::CBasicPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
+    auto* layout = new QVBoxLayout(this);
+    auto* rotate = new QGroupBox(Tr("Rotate"), this);
+    auto* rotateRow = new QHBoxLayout(rotate);
+    m_buttons[0] = MakeButton(rotate, Tr("Left 90°"), ":/imageops/rotate_left.svg");
+    m_buttons[1] = MakeButton(rotate, Tr("Right 90°"), ":/imageops/rotate_right.svg");
+    m_buttons[2] = MakeButton(rotate, Tr("180°"), ":/imageops/rotate_180.svg");
+    for (int i = 0; i < 3; ++i) {
+        rotateRow->addWidget(m_buttons[i]);
+    }
+    auto* mirror = new QGroupBox(Tr("Mirror"), this);
+    auto* mirrorRow = new QHBoxLayout(mirror);
+    m_buttons[3] = MakeButton(mirror, Tr("Horizontal"), ":/imageops/mirror_horizontal.svg");
+    m_buttons[4] = MakeButton(mirror, Tr("Vertical"), ":/imageops/mirror_vertical.svg");
+    mirrorRow->addWidget(m_buttons[3]);
+    mirrorRow->addWidget(m_buttons[4]);
+    m_buttons[5] = MakeButton(this, Tr("Delete Photos"), ":/imageops/delete.svg");
+    layout->addWidget(rotate);
+    layout->addWidget(mirror);
+    layout->addWidget(m_buttons[5]);
+    layout->addStretch();
+
+    const std::int32_t codes[5] = {opRotateLeft, opRotateRight, opRotate180, opMirrorHorizontal,
+                                   opMirrorVertical};
+    for (int i = 0; i < 5; ++i) {
+        const std::int32_t code = codes[i];
+        connect(m_buttons[i], &QPushButton::clicked, this,
+                [this, code] { m_dlg->ApplyCode(code); });
+    }
+    connect(m_buttons[5], &QPushButton::clicked, this, &CBasicPage::OnDelete);
+}
+
+void CBasicPage::OnDelete() {
+    const PromptAnswer answer = m_dlg->Window()->Prompt().Ask(
+        UiText{TIVOX_TR("Delete selected photos?"), {}}, PromptIcon::Question, PromptButtons::YesNo,
+        PromptAnswer::No, UiText{TIVOX_TR("Confirm"), {}});
+    if (answer == PromptAnswer::Yes) {
+        m_dlg->ApplyCode(opDelete);
+    }
+}
+
+} // namespace tivox
