@@ -10,6 +10,7 @@
 #include "imageops/convolution.h"
 #include "imageops/crop_image.h"
 #include "imageops/denoise_filter.h"
+#include "imageops/image_processor.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"
 #include "imageops/red_eye_fixer.h"
@@ -88,6 +89,31 @@ TEST_F(ApplyEditsTest, CommitRunsThePassesInFixedOrder) {
     Sharpen(*scaled, SharpenStrength(0.5f));
     EXPECT_TRUE(test::SamePixels(*full, *scaled));
     EXPECT_TRUE(e.HasPending()); // the record is the caller's to clear
+}
+
+TEST_F(ApplyEditsTest, SecondCropCutsThePreviewAgainButCommitTakesOnlyTheLast) {
+    Open(640, 480);
+    window.screen = Size{320, 240};
+    photo.LoadScreenImage(window.screen);
+    CImageProcessor processor;
+    processor.SetWindow(&window);
+    ASSERT_EQ(processor.Execute(COperation::Crop(0, 0, 160, 120), &photo, false), 0);
+    ASSERT_EQ(processor.Execute(COperation::Crop(160, 120, 160, 120), &photo, false), 0);
+    // The preview shows the lower right quarter of the upper left quarter.
+    CPhoto fresh;
+    fresh.SetPath(photo.path);
+    fresh.LoadScreenImage(window.screen);
+    auto first = CropImage(fresh.screenImage.get(), 0, 0, 160, 120);
+    const Bitmap firstFitted = Fitted(*first);
+    auto second = CropImage(&firstFitted, 160, 120, 160, 120);
+    EXPECT_TRUE(test::SamePixels(*photo.screenImage, Fitted(*second)));
+
+    // The commit reads the last rectangle against the whole picture.
+    Bitmap* full = photo.ApplyEdits(editAll, window, true);
+    ASSERT_TRUE(full);
+    const Bitmap source = test::Decoded(photo.path);
+    auto expected = CropImage(&source, 320, 240, 320, 240);
+    EXPECT_TRUE(test::SamePixels(*full, *expected));
 }
 
 TEST_F(ApplyEditsTest, PreviewDenoiseIsComputedOnFullSizePixels) {
