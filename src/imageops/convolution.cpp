@@ -1,10 +1,8 @@
 #include "imageops/convolution.h"
 
 #include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <new>
-#include <utility>
+
+#include "imageops/inner_rows.h"
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
@@ -224,20 +222,9 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
     }
 #endif
 
-    // Rows are written top down, so only the two rows above the one being
-    // written need their original pixels kept aside; the row below is still
-    // untouched in the bitmap. This keeps the extra memory to two rows.
-    const std::size_t rowBytes = std::size_t(w) * 4;
-    std::unique_ptr<std::uint8_t[]> keep(new (std::nothrow) std::uint8_t[rowBytes * 2]);
-    if (!keep)
-        return false;
-    std::uint8_t* above = keep.get();
-    std::uint8_t* current = keep.get() + rowBytes;
-    std::memcpy(above, image.Row(0), rowBytes);
-    std::memcpy(current, image.Row(1), rowBytes);
-    for (int y = 1; y < h - 1; ++y) {
-        const Rows rows{{above, current, image.Row(y + 1)}};
-        std::uint8_t* out = image.Row(y);
+    return ForEachInnerRowInPlace(image, [&](const std::uint8_t* above, const std::uint8_t* row,
+                                             const std::uint8_t* below, std::uint8_t* out) {
+        const Rows rows{{above, row, below}};
         int x = 1;
 #if defined(__x86_64__) || defined(__i386__)
         if (narrow)
@@ -246,11 +233,7 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
             x = ConvolveRowAvx2(rows, out, 1, w - 1, taps, tapCount, kernel);
 #endif
         ConvolveRowScalar(rows, out, x, w - 1, taps, tapCount, kernel);
-        std::swap(above, current);
-        if (y + 1 < h - 1)
-            std::memcpy(current, image.Row(y + 1), rowBytes);
-    }
-    return true;
+    });
 }
 
 } // namespace tivox

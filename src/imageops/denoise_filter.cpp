@@ -2,7 +2,8 @@
 
 #include <cstring>
 #include <new>
-#include <utility>
+
+#include "imageops/inner_rows.h"
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
@@ -133,26 +134,10 @@ bool CDenoiseFilter::Filter(const Bitmap& source, Bitmap& out, PixelPath path) c
 }
 
 bool CDenoiseFilter::FilterInPlace(Bitmap& image, PixelPath path) const {
-    const int w = image.Width(), h = image.Height();
-    if (w < 3 || h < 3)
-        return true;
-    // Rows are written top down: the row above and the row itself are kept
-    // aside in their original state; the row below is still untouched.
-    const std::size_t rowBytes = std::size_t(w) * 4;
-    std::unique_ptr<std::uint8_t[]> keep(new (std::nothrow) std::uint8_t[rowBytes * 2]);
-    if (!keep)
-        return false;
-    std::uint8_t* above = keep.get();
-    std::uint8_t* current = keep.get() + rowBytes;
-    std::memcpy(above, image.Row(0), rowBytes);
-    std::memcpy(current, image.Row(1), rowBytes);
-    for (int y = 1; y < h - 1; ++y) {
-        FilterRow(above, current, image.Row(y + 1), image.Row(y), w, path);
-        std::swap(above, current);
-        if (y + 1 < h - 1)
-            std::memcpy(current, image.Row(y + 1), rowBytes);
-    }
-    return true;
+    const int w = image.Width();
+    return ForEachInnerRowInPlace(
+        image, [&](const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
+                   std::uint8_t* out) { FilterRow(above, row, below, out, w, path); });
 }
 
 } // namespace tivox
