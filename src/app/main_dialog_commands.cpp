@@ -45,40 +45,39 @@ void CMainDialogCommands::OnToggleStatusBar() {
     m_fields.m_statusBarHeight = m_fields.m_showStatusBar ? 30 : 0;
 }
 
-bool CMainDialogCommands::RunFolderBrowser(const UiText& title, std::string& chosen) {
+void CMainDialogCommands::MakeBrowser() {
     if (!m_browserMade) {
         m_browserMade = true;
         m_browserStart = DefaultBaseFolder();
     }
+}
+
+bool CMainDialogCommands::RunFolderBrowser(const UiText& title, std::string& chosen) {
+    MakeBrowser();
     return m_picker.PickFolder(title, m_browserStart, chosen);
 }
 
-void CMainDialogCommands::OnSelectBaseFolder() {
+void CMainDialogCommands::PickInto(const UiText& title, std::string& field) {
     UpdateData(true);
     std::string chosen;
-    if (!RunFolderBrowser({TIVOX_TR("Select base directory for photo folders"), {}}, chosen))
+    if (!RunFolderBrowser(title, chosen))
         return;
     m_browserStart = chosen;
-    m_fields.m_baseFolder = chosen;
+    field = chosen;
     UpdateData(false);
 }
 
+void CMainDialogCommands::OnSelectBaseFolder() {
+    PickInto({TIVOX_TR("Select base directory for photo folders"), {}}, m_fields.m_baseFolder);
+}
+
 void CMainDialogCommands::OnSelectGalleryFolder() {
-    UpdateData(true);
-    std::string chosen;
-    if (!RunFolderBrowser({TIVOX_TR("Select base directory for HTML galleries"), {}}, chosen))
-        return;
-    m_browserStart = chosen;
-    m_fields.m_galleryFolder = chosen;
-    UpdateData(false);
+    PickInto({TIVOX_TR("Select base directory for HTML galleries"), {}}, m_fields.m_galleryFolder);
 }
 
 void CMainDialogCommands::OnSelectPhotoFolder() {
     UpdateData(true);
-    if (!m_browserMade) {
-        m_browserMade = true;
-        m_browserStart = DefaultBaseFolder();
-    }
+    MakeBrowser();
     if (!m_fields.m_baseFolder.empty())
         m_browserStart = m_fields.m_baseFolder;
     std::string chosen;

@@ -69,8 +69,13 @@ public:
     const std::string& BrowserStartFolder() const { return m_browserStart; }
 
 private:
+    // The shared picker starts in the pictures folder the first time.
+    void MakeBrowser();
     // Runs the one shared picker with `title`; false on cancel.
     bool RunFolderBrowser(const UiText& title, std::string& chosen);
+    // Reads the controls, runs the picker, and on a choice puts the folder
+    // into `field` and writes the controls.
+    void PickInto(const UiText& title, std::string& field);
     // A transfer object over the current fields.
     void FillTransfer(CPhotoTransfer& transfer) const;
 

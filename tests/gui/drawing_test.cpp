@@ -43,7 +43,9 @@ TEST(DialogDrawing, IconButtonsShowTheirPictures) {
     rig.dlg->show();
     const QImage image = rig.dlg->grab().toImage();
     auto reddish = [](const QColor& c) { return c.red() > 180 && c.green() < 90 && c.blue() < 90; };
-    auto greenish = [](const QColor& c) { return c.green() > 120 && c.red() < 90 && c.blue() < 110; };
+    auto greenish = [](const QColor& c) {
+        return c.green() > 120 && c.red() < 90 && c.blue() < 110;
+    };
     // The red cross of Exit, the green arrow of Get Photos and of the rule tag.
     EXPECT_GT(Count(image, rig.dlg->Button("exit")->geometry(), reddish), 40);
     EXPECT_GT(Count(image, rig.dlg->Button("getPhotos")->geometry(), greenish), 40);
@@ -51,8 +53,7 @@ TEST(DialogDrawing, IconButtonsShowTheirPictures) {
     // The full-screen picture's grey frame is see-through.
     const QRect button = rig.dlg->Button("fullScreen")->geometry();
     const QRect full(button.left(), button.top(), 3 + 64, button.height()); // the picture
-    EXPECT_EQ(Count(image, full, [](const QColor& c) { return c == QColor(0x7F, 0x7F, 0x7F); }),
-              0);
+    EXPECT_EQ(Count(image, full, [](const QColor& c) { return c == QColor(0x7F, 0x7F, 0x7F); }), 0);
     // A caption-only button at rest is flat: no edge, just its background.
     CIconButton* date = rig.dlg->Button("currentDate");
     const QColor face = date->Color(CIconButton::kBackOut);

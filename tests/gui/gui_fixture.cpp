@@ -2,25 +2,6 @@
 
 namespace tivox::test {
 
-PromptAnswer ScriptedPrompt::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
-                                 PromptAnswer defaultAnswer, const UiText&) {
-    shown.push_back({RenderUiText(text), icon, buttons, defaultAnswer});
-    if (answers.empty())
-        return buttons == PromptButtons::Ok || buttons == PromptButtons::OkCancel
-                   ? PromptAnswer::Ok
-                   : PromptAnswer::Yes;
-    const PromptAnswer answer = answers.front();
-    answers.erase(answers.begin());
-    return answer;
-}
-
-std::vector<std::string> ScriptedPrompt::Texts() const {
-    std::vector<std::string> texts;
-    for (const Shown& s : shown)
-        texts.push_back(s.text);
-    return texts;
-}
-
 bool ScriptedPicker::PickFolder(const UiText& title, const std::string& startFolder,
                                 std::string& chosen) {
     runs.push_back({RenderUiText(title), startFolder});

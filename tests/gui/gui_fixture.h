@@ -1,7 +1,7 @@
 #pragma once
-// Helpers of the widget tests: scripted answers for message boxes and folder
-// pickers, a dialog over a settings file of its own, and modal windows
-// answered from inside their event loop.
+// Helpers of the widget tests: scripted folder pickers (message boxes are
+// answered by the ScriptedPrompt of the acquisition tests), a dialog over a settings file of its
+// own, and modal windows answered from inside their event loop.
 
 #include <QApplication>
 #include <QTimer>
@@ -10,29 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "acquire/acquire_fixture.h"
 #include "platform/user_seams.h"
 #include "support/test_jpeg.h"
 #include "ui/tivox_dlg.h"
 
 namespace tivox::test {
-
-// Answers from a script (Yes or Ok when it runs out) and records each text
-// in English, rendered.
-class ScriptedPrompt final : public IPrompt {
-public:
-    std::vector<PromptAnswer> answers;
-    struct Shown {
-        std::string text;
-        PromptIcon icon;
-        PromptButtons buttons;
-        PromptAnswer defaultAnswer;
-    };
-    std::vector<Shown> shown;
-
-    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
-                     PromptAnswer defaultAnswer, const UiText& title) override;
-    std::vector<std::string> Texts() const;
-};
 
 // Gives the scripted folders in order; an empty entry cancels. Records the
 // title and start folder of every run.

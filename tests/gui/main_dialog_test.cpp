@@ -288,3 +288,33 @@ TEST(MainDialog, ADamagedSettingsFileLeavesTheDefaults) {
 
 } // namespace
 } // namespace tivox::test
+
+namespace tivox::test {
+namespace {
+
+TEST(MainDialog, F1OpensTheAboutBox) {
+    DialogRig rig;
+    rig.dlg->show();
+    rig.dlg->activateWindow();
+    QString title;
+    QStringList texts;
+    WithModal(
+        [&](QWidget* modal) {
+            ASSERT_NE(modal, nullptr);
+            title = modal->windowTitle();
+            for (QLabel* label : modal->findChildren<QLabel*>())
+                texts << label->text();
+            static_cast<QDialog*>(modal)->accept();
+        },
+        [&] {
+            rig.dlg->OnAbout();
+            return 0;
+        });
+    EXPECT_EQ(title, "About Tivox");
+    EXPECT_TRUE(texts.contains("Tivox Version 1.5"));
+    EXPECT_TRUE(texts.contains(
+        "Transfers photos from digital cameras\nto PCs and helps with photo maintenance."));
+}
+
+} // namespace
+} // namespace tivox::test

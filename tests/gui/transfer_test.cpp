@@ -1,8 +1,6 @@
 // Get Photos and Restore from Backup Folder, driven from the dialog's
 // buttons on a generated camera card.
 
-#include <QDir>
-#include <QFile>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QTest>
@@ -18,23 +16,6 @@ namespace fs = std::filesystem;
 
 namespace tivox::test {
 namespace {
-
-void Put(const std::string& path, const std::string& text) {
-    fs::create_directories(fs::path(path).parent_path());
-    QFile file(QString::fromStdString(path));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text.c_str(), qint64(text.size()));
-}
-
-std::vector<std::string> Names(const std::string& folder) {
-    std::vector<std::string> names;
-    if (!fs::is_directory(folder))
-        return names;
-    for (const auto& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 // A dialog whose camera drive is a generated card, mounted (in a fake mount
 // table) from a USB disc.
@@ -57,12 +38,12 @@ struct CardRig {
         sources.sysfs = rig.dir.File("sys");
         sources.labels = rig.dir.File("labels");
         const std::string disc = sources.sysfs + "/devices/pci0/usb1/1-1/block/sdb";
-        Put(disc + "/removable", "1\n");
-        Put(disc + "/size", "1000\n");
+        PutFile(disc + "/removable", "1\n");
+        PutFile(disc + "/size", "1000\n");
         fs::create_directories(sources.sysfs + "/dev/block");
         fs::create_directory_symlink(fs::relative(disc, sources.sysfs + "/dev/block"),
                                      sources.sysfs + "/dev/block/8:16");
-        Put(sources.mountInfo, "40 1 8:16 / " + card + " rw - vfat /dev/sdb rw\n");
+        PutFile(sources.mountInfo, "40 1 8:16 / " + card + " rw - vfat /dev/sdb rw\n");
 
         MainDialogFields& f = rig.dlg->Commands().Fields();
         f.m_cameraDrive = card;
@@ -91,10 +72,10 @@ TEST(DialogTransfer, GetPhotosFillsThePhotoAndBackupFoldersWithAMovingBar) {
 
     EXPECT_EQ(c.rig.prompt.Texts(), std::vector<std::string>{"Finished copying."});
     EXPECT_EQ(c.rig.prompt.shown[0].icon, PromptIcon::Information);
-    const auto photos = Names(c.Photos());
+    const auto photos = FileNames(c.Photos());
     EXPECT_EQ(int(photos.size()), c.jpgFiles);
     // The backup pass renames too; its collision numbers go on counting.
-    EXPECT_EQ(Names(c.Backup()).size(), photos.size());
+    EXPECT_EQ(FileNames(c.Backup()).size(), photos.size());
     // Renamed by the default rule: the first photo of the card.
     EXPECT_NE(std::find(photos.begin(), photos.end(), "20040423_150053.jpg"), photos.end());
     EXPECT_EQ(c.rig.dlg->Progress()->maximum(), c.jpgFiles);
@@ -109,29 +90,29 @@ TEST(DialogTransfer, GetPhotosReadsTheControlsFirst) {
     c.rig.dlg->Edit(DlgItem::PhotoFolder)->setText("Typed");
     c.rig.dlg->Button("createBackup")->click(); // no backup
     QTest::mouseClick(c.rig.dlg->Button("getPhotos"), Qt::LeftButton);
-    EXPECT_EQ(int(Names(c.base + "/Typed").size()), c.jpgFiles);
+    EXPECT_EQ(int(FileNames(c.base + "/Typed").size()), c.jpgFiles);
     EXPECT_FALSE(fs::exists(c.base + "/Typed_bak"));
 }
 
 TEST(DialogTransfer, AFullPhotoFolderIsEmptiedOnlyAfterTheQuestion) {
     CardRig c;
-    Put(c.Photos() + "/keep.jpg", "mine");
+    PutFile(c.Photos() + "/keep.jpg", "mine");
     c.rig.prompt.answers = {PromptAnswer::No};
     QTest::mouseClick(c.rig.dlg->Button("getPhotos"), Qt::LeftButton);
     ASSERT_EQ(c.rig.prompt.shown.size(), 1u);
     EXPECT_EQ(c.rig.prompt.shown[0].icon, PromptIcon::Warning);
     EXPECT_NE(c.rig.prompt.shown[0].text.find("contains 1 files and 0 folders"), std::string::npos);
-    EXPECT_EQ(Names(c.Photos()), std::vector<std::string>{"keep.jpg"});
+    EXPECT_EQ(FileNames(c.Photos()), std::vector<std::string>{"keep.jpg"});
     EXPECT_TRUE(c.positions.empty());
 }
 
 TEST(DialogTransfer, RestoreBringsTheBackupBack) {
     CardRig c;
     QTest::mouseClick(c.rig.dlg->Button("getPhotos"), Qt::LeftButton);
-    const auto original = Names(c.Photos());
-    const auto backup = Names(c.Backup());
+    const auto original = FileNames(c.Photos());
+    const auto backup = FileNames(c.Backup());
     fs::remove(c.Photos() + "/" + original.front());
-    Put(c.Photos() + "/stray.jpg", "x");
+    PutFile(c.Photos() + "/stray.jpg", "x");
     c.rig.prompt.shown.clear();
     c.positions.clear();
 
@@ -141,7 +122,7 @@ TEST(DialogTransfer, RestoreBringsTheBackupBack) {
     EXPECT_EQ(c.rig.prompt.shown[0].icon, PromptIcon::Question);
     EXPECT_EQ(c.rig.prompt.shown[1].text, "Finished restoring the photo folder from its backup.");
     // Every backup file is back (renamed by the rule again), the stray is gone.
-    const auto restored = Names(c.Photos());
+    const auto restored = FileNames(c.Photos());
     EXPECT_EQ(restored.size(), backup.size());
     EXPECT_EQ(std::count(restored.begin(), restored.end(), "stray.jpg"), 0);
     EXPECT_EQ(std::count(restored.begin(), restored.end(), original.front()), 1);
