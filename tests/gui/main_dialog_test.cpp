@@ -292,7 +292,7 @@ TEST(MainDialog, ADamagedSettingsFileLeavesTheDefaults) {
 namespace tivox::test {
 namespace {
 
-TEST(MainDialog, F1OpensTheAboutBox) {
+TEST(MainDialog, AboutBoxShowsNameVersionAndPurpose) {
     DialogRig rig;
     rig.dlg->show();
     rig.dlg->activateWindow();
