@@ -20,14 +20,6 @@
 
 namespace tivox::test {
 
-class CountingBusy final : public IBusyIndicator {
-public:
-    void BeginBusy() override { ++begun; }
-    void EndBusy() override { ++ended; }
-    int begun = 0;
-    int ended = 0;
-};
-
 class TestOwner final : public IFullScreenOwner {
 public:
     int GetJpegQuality() const override { return 90; }

@@ -125,7 +125,7 @@ TEST_F(FullScreenTools, CropQuestionNoAbandonsYesCrops) {
     EXPECT_NEAR(Photo(0)->screenImage->Width(), 1024, 1);
     EXPECT_NEAR(Photo(0)->screenImage->Height(), 768, 1);
     EXPECT_GE(m_busy.begun, 1);
-    EXPECT_EQ(m_busy.begun, m_busy.ended);
+    EXPECT_EQ(m_busy.depth, 0); // every begin has its end
 }
 
 TEST_F(FullScreenTools, UprightPhotoTurnsTheRatioOnce) {
