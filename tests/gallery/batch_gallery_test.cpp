@@ -78,6 +78,19 @@ TEST(BatchGallery, FormValuesReachThePicturesAndPages) {
     EXPECT_EQ(test::CountOf(test::ReadText(out + "/photo1.html"), "<img "), 3);
 }
 
+TEST(BatchGallery, SameNameInASubfolderEndsAsOnePictureTheLaterCopyWins) {
+    TempDir dir;
+    const std::string photos = dir.File("p");
+    fs::create_directories(photos + "/sub");
+    WritePhoto(photos + "/a.jpg", 400, 300);
+    WritePhoto(photos + "/sub/a.jpg", 300, 400);
+    const std::string out = dir.File("g");
+    const auto run = RunBatch({"gallery", "--photos", photos, "--out", out});
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(PictureSize(out + "/pics/a.jpg"), (Size{450, 600}));
+    EXPECT_EQ(HtmlPages(out), (std::vector<std::string>{"photo1.html", "thumbs1.html"}));
+}
+
 TEST(BatchGallery, UndecodablePhotoIsLeftOutAndTheRestGoesOn) {
     TempDir dir;
     const std::string photos = dir.File("p");

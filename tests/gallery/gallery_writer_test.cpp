@@ -95,6 +95,10 @@ struct CountCase {
     int imagesOnLastPhotoPage;
 };
 
+void PrintTo(const CountCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
 class GalleryWriterCounts : public testing::TestWithParam<CountCase> {};
 
 TEST_P(GalleryWriterCounts, PagesHoldEveryPictureOnceAndNoPageIsEmpty) {
