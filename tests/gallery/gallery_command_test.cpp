@@ -11,18 +11,11 @@ namespace tivox {
 namespace {
 
 namespace fs = std::filesystem;
+using test::CountingBusy;
 using test::Exists;
 using test::HtmlPages;
 using test::ScriptedPrompt;
 using test::TempDir;
-
-class CountingBusy final : public IBusyIndicator {
-public:
-    void BeginBusy() override { ++begun; }
-    void EndBusy() override { ++ended; }
-    int begun = 0;
-    int ended = 0;
-};
 
 // Stands in for the selection pass: "copies" each chosen photo name into the
 // operation's folder and notes what it was asked.
@@ -52,7 +45,7 @@ protected:
 
     TempDir dir;
     std::string photos;
-    ScriptedPrompt prompt{PromptAnswer::Yes};
+    ScriptedPrompt prompt;
     CountingBusy busy;
     CGalleryCommand command{prompt, busy};
     FakePass pass;
@@ -65,7 +58,7 @@ TEST_F(GalleryCommandTest, MakesTheFoldersAndMissingParentsThumbnailsFirst) {
     EXPECT_EQ(report.outcome, GalleryOutcome::Written);
     EXPECT_EQ(report.folder, Gallery());
     EXPECT_EQ(report.pictures, 2);
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.Texts().empty());
     ASSERT_EQ(pass.operations.size(), 2u);
     EXPECT_EQ(pass.operations[0].code, opResize);
     EXPECT_EQ(pass.operations[0].kind, kindResize);
@@ -78,7 +71,7 @@ TEST_F(GalleryCommandTest, MakesTheFoldersAndMissingParentsThumbnailsFirst) {
     EXPECT_EQ(HtmlPages(Gallery()),
               (std::vector<std::string>{"photo1.html", "photo2.html", "thumbs1.html"}));
     EXPECT_EQ(busy.begun, 1);
-    EXPECT_EQ(busy.ended, 1);
+    EXPECT_EQ(busy.depth, 0);
 }
 
 TEST_F(GalleryCommandTest, ASecondRunWithFewerPhotosLeavesNoTrace) {
@@ -113,7 +106,8 @@ TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
     fs::create_directories(Gallery());
     test::WriteFile(Gallery() + "/thumbs1.html", {1});
     command.m_processCurrent = true;
-    ScriptedPrompt no(PromptAnswer::No);
+    ScriptedPrompt no;
+    no.answers = {PromptAnswer::No};
     CGalleryCommand declining(no, busy);
     declining.m_galleryFolder = command.m_galleryFolder;
     declining.m_photoFolder = photos;
@@ -121,9 +115,9 @@ TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
     bool controlsRead = false;
     declining.m_readControls = [&] { controlsRead = true; };
     EXPECT_EQ(declining.OnCreateGallery(pass.Bind()).outcome, GalleryOutcome::Declined);
-    ASSERT_EQ(no.texts.size(), 1u);
-    EXPECT_EQ(no.texts[0], "Create an HTML gallery from the current photo only?");
-    EXPECT_EQ(no.icons[0], PromptIcon::Question);
+    ASSERT_EQ(no.Texts().size(), 1u);
+    EXPECT_EQ(no.Texts()[0], "Create an HTML gallery from the current photo only?");
+    EXPECT_EQ(no.shown[0].icon, PromptIcon::Question);
     EXPECT_TRUE(pass.operations.empty());
     EXPECT_FALSE(controlsRead);
     EXPECT_EQ(busy.begun, 0);
@@ -131,7 +125,7 @@ TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
 
     pass.chosen = {"a.jpg"};
     EXPECT_EQ(command.OnCreateGallery(pass.Bind()).outcome, GalleryOutcome::Written);
-    EXPECT_EQ(prompt.texts.size(), 1u);
+    EXPECT_EQ(prompt.Texts().size(), 1u);
     EXPECT_EQ(pass.operations.size(), 2u);
 }
 
@@ -144,9 +138,9 @@ TEST_F(GalleryCommandTest, GalleryFolderOverPhotosIsRefusedBeforeAnythingIsDelet
         CGalleryCommand c(refusal, busy);
         c.m_photoFolder = photos;
         EXPECT_EQ(c.CreateGalleryIn(gallery, pass.Bind()).outcome, GalleryOutcome::Refused);
-        ASSERT_EQ(refusal.texts.size(), 1u);
-        EXPECT_NE(refusal.texts[0].find(gallery), std::string::npos);
-        EXPECT_EQ(refusal.icons[0], PromptIcon::Stop);
+        ASSERT_EQ(refusal.Texts().size(), 1u);
+        EXPECT_NE(refusal.Texts()[0].find(gallery), std::string::npos);
+        EXPECT_EQ(refusal.shown[0].icon, PromptIcon::Stop);
         EXPECT_TRUE(Exists(photos + "/IMG_1.jpg"));
         EXPECT_FALSE(Exists(gallery + "/pics"));
     }
@@ -162,10 +156,10 @@ TEST_F(GalleryCommandTest, FolderThatCannotBeMadeGivesTheFolderMessage) {
     test::WriteFile(dir.File("Galleries"), {1}); // a file where the base should be
     const GalleryReport report = command.OnCreateGallery(pass.Bind());
     EXPECT_EQ(report.outcome, GalleryOutcome::FolderError);
-    ASSERT_EQ(prompt.texts.size(), 1u);
-    EXPECT_EQ(prompt.texts[0], "Error creating gallery directories");
+    ASSERT_EQ(prompt.Texts().size(), 1u);
+    EXPECT_EQ(prompt.Texts()[0], "Error creating gallery directories");
     EXPECT_TRUE(pass.operations.empty());
-    EXPECT_EQ(busy.begun, busy.ended);
+    EXPECT_EQ(busy.depth, 0);
 
     // A file named "pics" in an existing gallery folder goes with the rest.
     fs::remove(dir.File("Galleries"));
@@ -179,7 +173,7 @@ TEST_F(GalleryCommandTest, PhotoFolderWithoutANameHasNoGallery) {
     EXPECT_EQ(command.GetGalleryFolder(), "");
     EXPECT_EQ(command.OnCreateGallery(pass.Bind()).outcome, GalleryOutcome::NoFolder);
     EXPECT_TRUE(pass.operations.empty());
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.Texts().empty());
 }
 
 } // namespace

@@ -1,30 +1,14 @@
 #pragma once
-// Helpers of the gallery tests: a prompt with scripted answers, folders of
-// stand-in pictures, and the page checker (Python's HTML parser).
+// Helpers of the gallery tests: folders of stand-in pictures, the page
+// checker (Python's HTML parser) and a runner of commands. The scripted user
+// (ScriptedPrompt, CountingBusy) comes from the acquisition tests.
 
 #include <string>
 #include <vector>
 
-#include "platform/user_seams.h"
+#include "acquire_fixture.h"
 
 namespace tivox::test {
-
-// Answers every question with `answer` and keeps what was asked.
-class ScriptedPrompt final : public IPrompt {
-public:
-    explicit ScriptedPrompt(PromptAnswer answer = PromptAnswer::Ok) : m_answer(answer) {}
-    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons, PromptAnswer,
-                     const UiText&) override {
-        texts.push_back(RenderUiText(text));
-        icons.push_back(icon);
-        return m_answer;
-    }
-    std::vector<std::string> texts;
-    std::vector<PromptIcon> icons;
-
-private:
-    PromptAnswer m_answer;
-};
 
 // Creates gallery/pics and gallery/pics/thumbs with one small file of each
 // name in both.

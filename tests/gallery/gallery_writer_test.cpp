@@ -49,7 +49,7 @@ TEST(GalleryWriter, OnePictureGivesExactlyTheseTwoPages) {
     MakePictureFolders(dir.path(), {"a.jpg"});
     ScriptedPrompt prompt;
     ASSERT_TRUE(WriteGallery(dir.path(), "Trip & <Co>", {4, 4}, {1, 1}, prompt));
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.Texts().empty());
 
     const std::string head =
         "<html><head>\n<title>TivoxPlus Gallery</title>\n<meta http-equiv=\"Content-Type\" "
@@ -108,7 +108,7 @@ TEST_P(GalleryWriterCounts, PagesHoldEveryPictureOnceAndNoPageIsEmpty) {
     ScriptedPrompt prompt;
     CGalleryWriter writer(dir.path(), "Title", c.thumbTiles, c.photoTiles, prompt);
     ASSERT_TRUE(writer.Write());
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.Texts().empty());
 
     std::vector<std::string> expected;
     if (c.pictures > 0) {
@@ -274,7 +274,7 @@ TEST(GalleryWriter, MissingPictureFolderGivesFalseWithoutMessageOrPage) {
     ScriptedPrompt prompt;
     EXPECT_FALSE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
     EXPECT_FALSE(WriteGallery(dir.File("nowhere"), "", {4, 4}, {1, 1}, prompt));
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.Texts().empty());
     EXPECT_TRUE(HtmlPages(dir.path()).empty());
 }
 
@@ -295,9 +295,9 @@ TEST(GalleryWriter, PageThatCannotBeWrittenStopsWithItsMessageAndKeepsEarlierPag
         std::filesystem::create_directories(dir.File(c.blocked));
         ScriptedPrompt prompt;
         EXPECT_FALSE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
-        ASSERT_EQ(prompt.texts.size(), 1u);
-        EXPECT_EQ(prompt.texts[0], c.message);
-        EXPECT_EQ(prompt.icons[0], PromptIcon::Stop);
+        ASSERT_EQ(prompt.Texts().size(), 1u);
+        EXPECT_EQ(prompt.Texts()[0], c.message);
+        EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Stop);
         std::vector<std::string> expected = {"thumbs1.html", c.blocked};
         for (int i = 1; i <= c.photoPagesLeft; ++i)
             expected.push_back("photo" + std::to_string(i) + ".html");
