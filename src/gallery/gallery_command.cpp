@@ -55,24 +55,17 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         return report;
     }
 
-    static constexpr char kFolderError[] = TIVOX_TR("Error creating gallery directories");
+    // An earlier gallery goes with all its subfolders; the folder stays.
+    // Missing parents of the gallery folder are made along with it.
     if (PathExists(folder))
         DeleteFolderContents(folder);
-    else if (!CreateFolderWithParents(folder)) {
-        busy.End();
-        Tell({kFolderError, {}}, TIVOX_TR("Error"));
-        report.outcome = GalleryOutcome::FolderError;
-        return report;
-    }
-    if (!IsFolder(folder))
-        return report;
-
+    const std::string gallery = folder;
     AppendBackslash(folder);
     const std::string pics = folder + "pics";
     const std::string thumbs = pics + "/thumbs";
-    if (!CreateFolderWithParents(thumbs) || !IsFolder(pics)) {
+    if (!CreateFolderWithParents(thumbs) || !IsFolder(gallery) || !IsFolder(pics)) {
         busy.End();
-        Tell({kFolderError, {}}, TIVOX_TR("Error"));
+        Tell({TIVOX_TR("Error creating gallery directories"), {}}, TIVOX_TR("Error"));
         report.outcome = GalleryOutcome::FolderError;
         return report;
     }

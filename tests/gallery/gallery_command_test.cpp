@@ -161,8 +161,16 @@ TEST_F(GalleryCommandTest, FolderThatCannotBeMadeGivesTheFolderMessage) {
     EXPECT_TRUE(pass.operations.empty());
     EXPECT_EQ(busy.depth, 0);
 
-    // A file named "pics" in an existing gallery folder goes with the rest.
+    // A file where the gallery folder should be stays, and is reported.
     fs::remove(dir.File("Galleries"));
+    fs::create_directories(dir.File("Galleries"));
+    test::WriteFile(Gallery(), {7});
+    EXPECT_EQ(command.OnCreateGallery(pass.Bind()).outcome, GalleryOutcome::FolderError);
+    EXPECT_EQ(prompt.Texts().size(), 2u);
+    EXPECT_TRUE(fs::is_regular_file(Gallery()));
+    fs::remove(Gallery());
+
+    // A file named "pics" in an existing gallery folder goes with the rest.
     fs::create_directories(Gallery());
     test::WriteFile(Gallery() + "/pics", {1});
     EXPECT_EQ(command.OnCreateGallery(pass.Bind()).outcome, GalleryOutcome::Written);
