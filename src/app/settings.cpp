@@ -128,32 +128,20 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
     Reader r(bytes);
     CSettings s = *this;
     const auto version = std::int32_t(r.Word());
-    if (version >= 120 && version <= 1000) {
-        s.m_cameraDrive = r.String();
-        s.m_baseFolder = r.String();
-        s.m_photoFolder = r.String();
-        s.m_galleryFolder = r.String();
-        s.m_renamingRule = r.String();
-        s.m_tilesX = r.Word();
-        s.m_tilesY = r.Word();
-        s.m_statusBarHeight = r.Word();
-        s.m_createBackup = r.Word();
-        s.m_jpegQuality = r.Word();
-        s.m_metricUnits = version >= 150 ? r.Word() : 1;
-    } else {
-        // The oldest layout: no gallery folder, backup option, quality or unit.
-        s.m_cameraDrive = r.String();
-        s.m_baseFolder = r.String();
-        s.m_photoFolder = r.String();
-        s.m_renamingRule = r.String();
-        s.m_tilesX = r.Word();
-        s.m_tilesY = r.Word();
-        s.m_statusBarHeight = r.Word();
-        s.m_galleryFolder = DefaultGalleryFolder();
-        s.m_createBackup = 1;
-        s.m_jpegQuality = 80;
-        s.m_metricUnits = 1;
-    }
+    // The oldest layout has no gallery folder, backup option, quality or unit;
+    // versions 120 to 149 have all but the unit.
+    const bool oldest = version < 120 || version > 1000;
+    s.m_cameraDrive = r.String();
+    s.m_baseFolder = r.String();
+    s.m_photoFolder = r.String();
+    s.m_galleryFolder = oldest ? DefaultGalleryFolder() : r.String();
+    s.m_renamingRule = r.String();
+    s.m_tilesX = r.Word();
+    s.m_tilesY = r.Word();
+    s.m_statusBarHeight = r.Word();
+    s.m_createBackup = oldest ? 1 : r.Word();
+    s.m_jpegQuality = oldest ? 80 : r.Word();
+    s.m_metricUnits = !oldest && version >= 150 ? r.Word() : 1;
     if (!r.Ok())
         return false;
     *this = s;

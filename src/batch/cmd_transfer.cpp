@@ -112,6 +112,20 @@ bool SplitPhotos(const std::string& photos, std::string& base, std::string& name
     return true;
 }
 
+// One command's transfer with the terminal as its user. False (after a
+// message) when the photo folder can't be divided into base and name.
+struct TerminalTransfer {
+    explicit TerminalTransfer(bool yes) : prompt(yes) {}
+    bool SetFolders(const std::string& photos, const std::string& rule) {
+        transfer.m_renamingRule = rule;
+        return SplitPhotos(photos, transfer.m_baseFolder, transfer.m_photoFolder);
+    }
+    TerminalPrompt prompt;
+    TerminalProgress progress;
+    NullBusyIndicator busy;
+    CPhotoTransfer transfer{prompt, progress, busy};
+};
+
 // The questions need a terminal when --yes doesn't answer them.
 bool CanAsk(bool yes, const char* command) {
     if (yes || isatty(STDIN_FILENO))
@@ -139,17 +153,14 @@ int RunTransfer(const Args& arguments) {
     if (!CanAsk(yes, "transfer"))
         return kExitUsage;
 
-    TerminalPrompt prompt(yes);
-    TerminalProgress progress;
-    NullBusyIndicator busy;
-    CPhotoTransfer transfer(prompt, progress, busy);
-    if (!SplitPhotos(photos, transfer.m_baseFolder, transfer.m_photoFolder))
+    TerminalTransfer session(yes);
+    if (!session.SetFolders(photos, rule))
         return kExitUsage;
+    CPhotoTransfer& transfer = session.transfer;
     transfer.m_cameraDrive = std::filesystem::path(card).lexically_normal().string();
     if (transfer.m_cameraDrive.size() > 1 && transfer.m_cameraDrive.back() == '/')
         transfer.m_cameraDrive.pop_back();
     transfer.m_cardMayBeAnyFolder = true;
-    transfer.m_renamingRule = rule;
     transfer.m_createBackup = noBackup ? 0 : 1;
 
     const TransferOutcome outcome = transfer.OnGetPhotos();
@@ -174,16 +185,12 @@ int RunRestore(const Args& arguments) {
     if (!CanAsk(yes, "restore"))
         return kExitUsage;
 
-    TerminalPrompt prompt(yes);
-    TerminalProgress progress;
-    NullBusyIndicator busy;
-    CPhotoTransfer transfer(prompt, progress, busy);
-    if (!SplitPhotos(photos, transfer.m_baseFolder, transfer.m_photoFolder))
+    TerminalTransfer session(yes);
+    if (!session.SetFolders(photos, rule))
         return kExitUsage;
-    transfer.m_renamingRule = rule;
-    if (transfer.OnRestore() != TransferOutcome::Finished)
+    if (session.transfer.OnRestore() != TransferOutcome::Finished)
         return kExitFailure;
-    PrintPass("restored", transfer.Report().photos);
+    PrintPass("restored", session.transfer.Report().photos);
     return kExitOk;
 }
 
