@@ -135,5 +135,13 @@ Abgebrochen.</translation>
         <source>Finished restoring the photo folder from its backup.</source>
         <translation>Der Fotoordner wurde aus seiner Sicherung wiederhergestellt.</translation>
     </message>
+    <message>
+        <source>The photo folder and the camera drive overlap.
+The camera drive is only ever read.
+Aborted.</source>
+        <translation>Der Fotoordner und das Laufwerk der Digitalkamera überschneiden sich.
+Auf das Laufwerk der Kamera wird nie geschrieben.
+Abgebrochen.</translation>
+    </message>
 </context>
 </TS>

@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "acquire/drive_info.h"
@@ -30,6 +31,23 @@ const char* const kTargetIsFile =
 // root among them) is never emptied, as it never passes EnsureFolder.
 FolderContents ContentsToGo(const std::string& photos) {
     return PathExists(photos) ? CountFolderContents(photos) : FolderContents{};
+}
+
+// True when the folder lies inside the card, or the card inside it, after
+// links are resolved (as far as the paths exist). A folder path that ends in
+// "/" is never emptied (it fails EnsureFolder), so it overlaps nothing.
+bool PathsOverlap(const std::string& a, const std::string& b) {
+    if (a.empty() || a.back() == '/')
+        return false;
+    std::error_code ec1, ec2;
+    const std::string x = std::filesystem::weakly_canonical(a, ec1).string();
+    const std::string y = std::filesystem::weakly_canonical(b, ec2).string();
+    if (ec1 || ec2)
+        return false;
+    const auto inside = [](const std::string& inner, const std::string& outer) {
+        return inner == outer || outer == "/" || inner.rfind(outer + "/", 0) == 0;
+    };
+    return inside(x, y) || inside(y, x);
 }
 
 struct FileCloser {
@@ -112,6 +130,16 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
         if (Ask(question, PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::No) !=
             PromptAnswer::Yes)
             return TransferOutcome::Aborted;
+    }
+    // Emptying a folder on the card, or one that holds the card, would write
+    // to the card and lose the photos about to be copied.
+    if (PathsOverlap(photos, m_cameraDrive) ||
+        (m_createBackup &&
+         PathsOverlap(GetBackupFolderPath(m_baseFolder, m_photoFolder), m_cameraDrive))) {
+        Tell(TIVOX_TR("The photo folder and the camera drive overlap.\nThe camera drive is only "
+                      "ever read.\nAborted."),
+             PromptIcon::Stop);
+        return TransferOutcome::Aborted;
     }
     // Whatever the photo folder holds will go: say how much before it does.
     const FolderContents contents = ContentsToGo(photos);

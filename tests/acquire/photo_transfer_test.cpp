@@ -180,6 +180,9 @@ TEST(PhotoTransfer, StopsBeforeAnythingChanges) {
     };
     const std::string drive = "Please select the digital camera drive first.";
     const std::string create = "Could not create the target folder.\nAborted.";
+    const std::string overlap =
+        "The photo folder and the camera drive overlap.\nThe camera drive is only ever "
+        "read.\nAborted.";
     const std::string isFile =
         "The target folder path exists,\nbut it is a file, not a folder.\nAborted.";
     const Case cases[] = {
@@ -210,6 +213,24 @@ TEST(PhotoTransfer, StopsBeforeAnythingChanges) {
          },
          {},
          {create},
+         PromptIcon::Stop},
+        {"photo folder on the card",
+         [](TransferRig& r) {
+             r.transfer.m_baseFolder = r.card;
+             r.transfer.m_photoFolder = "DCIM";
+             PutFile(r.card + "/DCIM/keep.txt", "x");
+         },
+         {},
+         {overlap},
+         PromptIcon::Stop},
+        {"card mounted inside the photo folder",
+         [](TransferRig& r) {
+             const fs::path top = r.dir.path();
+             r.transfer.m_baseFolder = top.parent_path().string();
+             r.transfer.m_photoFolder = top.filename().string();
+         },
+         {},
+         {overlap},
          PromptIcon::Stop},
         {"no to emptying",
          [](TransferRig& r) {
