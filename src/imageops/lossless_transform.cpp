@@ -54,40 +54,54 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
            WriteWholeFile(target, out.data(), out.size(), error);
 }
 
-int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
-                          IPrompt* prompt) {
+int LosslessTransformPath(int code, const std::string& path, UiText& error, IPrompt* prompt) {
     const std::string temp = LosslessTempPath(path);
-    int result = 0;
     if (!TransformFile(code, path, temp, prompt)) {
         ::unlink(temp.c_str()); // a half-written target holds nothing of value
-        errorText = RenderUiText({TIVOX_TR("Error in lossless JPEG transform."), {}});
-        result = -1;
-    } else {
-        // One rename puts the new file over the photo; the photo file is
-        // never missing. What the rename refuses because of the photo file
-        // itself counts as failing to remove the original.
-        int errorNumber = 0;
-        std::string error;
-        if (!ReplaceFileDurably(temp, path, errorNumber, error)) {
-            const bool original = errorNumber == EPERM || errorNumber == EBUSY ||
-                                  errorNumber == EISDIR || errorNumber == ETXTBSY ||
-                                  errorNumber == EROFS;
-            errorText = RenderUiText({original ? TIVOX_TR("Failed to delete the original file.")
-                                               : TIVOX_TR("Failed to rename the temporary file."),
-                                      {}});
-            errorText += " " + std::to_string(errorNumber);
-            result = -1;
-        }
+        error = {TIVOX_TR("Error in lossless JPEG transform."), {}};
+        return -1;
     }
+    // One rename puts the new file over the photo; the photo file is never
+    // missing. What the rename refuses because of the photo file itself
+    // counts as failing to remove the original.
+    int errorNumber = 0;
+    std::string detail;
+    if (!ReplaceFileDurably(temp, path, errorNumber, detail)) {
+        const bool original = errorNumber == EPERM || errorNumber == EBUSY ||
+                              errorNumber == EISDIR || errorNumber == ETXTBSY ||
+                              errorNumber == EROFS;
+        error = {original ? TIVOX_TR("Failed to delete the original file. %s")
+                          : TIVOX_TR("Failed to rename the temporary file. %s"),
+                 {std::to_string(errorNumber)}};
+        return -1;
+    }
+    return 0;
+}
+
+int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
+                          IPrompt* prompt) {
+    UiText error;
+    const int result = LosslessTransformPath(code, path, error, prompt);
+    if (result != 0)
+        errorText = RenderUiText(error);
+    return result;
+}
+
+int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
+                           IPrompt* prompt) {
+    const int result = LosslessTransformPath(code, photo.path, error, prompt);
+    // The turn swaps width and height: both pictures come anew from the file.
+    photo.RebuildImages(host.GetThumbSize(), host.GetScreenSize(), true);
+    host.Invalidate();
     return result;
 }
 
 int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
                            IPrompt* prompt) {
-    const int result = LosslessTransformPath(code, photo.path, errorText, prompt);
-    // The turn swaps width and height: both pictures come anew from the file.
-    photo.RebuildImages(host.GetThumbSize(), host.GetScreenSize(), true);
-    host.Invalidate();
+    UiText error;
+    const int result = LosslessTransformPhoto(code, photo, host, error, prompt);
+    if (result != 0)
+        errorText = RenderUiText(error);
     return result;
 }
 

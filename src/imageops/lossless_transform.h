@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/ui_text.h"
+
 namespace tivox {
 
 class CPhoto;
@@ -28,7 +30,10 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
 std::string LosslessTempPath(const std::string& path);
 
 // Transforms the file at `path` through LosslessTempPath and replaces it
-// atomically. 0 on success; -1 with `errorText` set on failure.
+// atomically. 0 on success; -1 with `error` set on failure, as a text that a
+// front end can translate before the error number goes in.
+int LosslessTransformPath(int code, const std::string& path, UiText& error,
+                          IPrompt* prompt = nullptr);
 int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
                           IPrompt* prompt = nullptr);
 
@@ -36,6 +41,9 @@ int LosslessTransformPath(int code, const std::string& path, std::string& errorT
 // through LosslessTempPath, replaces the photo file atomically, rebuilds the
 // thumbnail and the working image at the window's sizes and repaints the
 // window. 0 on success; -1 with `errorText` set on failure.
+int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
+                           IPrompt* prompt = nullptr);
+// The same with the English text rendered.
 int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
                            IPrompt* prompt = nullptr);
 

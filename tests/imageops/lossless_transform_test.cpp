@@ -117,3 +117,23 @@ TEST_F(LosslessTest, TransformFileWritesTheTarget) {
 
 } // namespace
 } // namespace tivox
+
+namespace tivox {
+namespace {
+
+TEST(LosslessTransformText, ErrorsTranslateBeforeTheirArgumentsGoIn) {
+    test::TempDir dir;
+    const std::string path = dir.File("x.jpg");
+    ASSERT_TRUE(test::WriteFile(path, {'x'}));
+    UiText error;
+    ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, error), -1);
+    const Translator german = [](const std::string& english) {
+        return english == "Error in lossless JPEG transform."
+                   ? "Fehler bei der verlustfreien JPEG-Transformation."
+                   : english;
+    };
+    EXPECT_EQ(RenderUiText(error, german), "Fehler bei der verlustfreien JPEG-Transformation.");
+}
+
+} // namespace
+} // namespace tivox
