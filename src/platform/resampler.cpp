@@ -118,6 +118,34 @@ void Resampler::HorizontalRow(const std::uint8_t* in, float* out, int outWidth) 
     }
 }
 
+void Resampler::VerticalRow(const float* const* rows, const float* w, int n, std::uint8_t* dst,
+                            std::size_t count) const {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    if (m_simd) {
+        // Four floats are one pixel; a row is always whole pixels.
+        const __m128 lo = _mm_setzero_ps(), hi = _mm_set1_ps(255.0f), half = _mm_set1_ps(0.5f);
+        for (; i + 4 <= count; i += 4) {
+            __m128 acc = _mm_setzero_ps();
+            for (int k = 0; k < n; ++k)
+                acc = _mm_add_ps(acc, _mm_mul_ps(_mm_loadu_ps(rows[k] + i), _mm_set1_ps(w[k])));
+            acc = _mm_add_ps(_mm_min_ps(_mm_max_ps(acc, lo), hi), half);
+            const __m128i v32 = _mm_cvttps_epi32(acc);
+            const __m128i v8 = _mm_packus_epi16(_mm_packs_epi32(v32, v32), v32);
+            const std::int32_t px = _mm_cvtsi128_si32(v8);
+            std::memcpy(dst + i, &px, 4);
+        }
+    }
+#endif
+    for (; i < count; ++i) {
+        float acc = 0.0f;
+        for (int k = 0; k < n; ++k)
+            acc = acc + rows[k][i] * w[k];
+        const float v = std::min(std::max(acc, 0.0f), 255.0f) + 0.5f;
+        dst[i] = std::uint8_t(int(v));
+    }
+}
+
 bool Resampler::Scale(const Bitmap& source, int width, int height, Bitmap& out) {
     if (width <= 0 || height <= 0 || source.IsEmpty())
         return false;
@@ -133,7 +161,7 @@ bool Resampler::Scale(const Bitmap& source, int width, int height, Bitmap& out) 
     const std::size_t rowFloats = std::size_t(width) * 4;
     const int ringRows = std::min(m_v.stride, source.Height());
     m_ring.resize(rowFloats * std::size_t(ringRows));
-    m_acc.resize(rowFloats);
+    m_rows.resize(std::size_t(m_v.stride));
     std::vector<int> slotRow(std::size_t(ringRows), -1);
 
     for (int y = 0; y < height; ++y) {
@@ -151,19 +179,9 @@ bool Resampler::Scale(const Bitmap& source, int width, int height, Bitmap& out) 
                 slotRow[slot] = row;
             }
         }
-        float* acc = m_acc.data();
-        std::fill(acc, acc + rowFloats, 0.0f);
-        for (int k = 0; k < n; ++k) {
-            const float* src = &m_ring[std::size_t((first + k) % ringRows) * rowFloats];
-            const float wk = w[k];
-            for (std::size_t i = 0; i < rowFloats; ++i)
-                acc[i] = acc[i] + src[i] * wk;
-        }
-        std::uint8_t* dst = out.Row(y);
-        for (std::size_t i = 0; i < rowFloats; ++i) {
-            const float v = std::min(std::max(acc[i], 0.0f), 255.0f) + 0.5f;
-            dst[i] = std::uint8_t(int(v));
-        }
+        for (int k = 0; k < n; ++k)
+            m_rows[std::size_t(k)] = &m_ring[std::size_t((first + k) % ringRows) * rowFloats];
+        VerticalRow(m_rows.data(), w, n, out.Row(y), rowFloats);
     }
     return true;
 }

@@ -42,10 +42,12 @@ private:
     };
     static void BuildTaps(int inSize, int outSize, Taps& taps);
     void HorizontalRow(const std::uint8_t* in, float* out, int outWidth) const;
+    void VerticalRow(const float* const* rows, const float* w, int n, std::uint8_t* dst,
+                     std::size_t count) const;
 
     Taps m_h, m_v;
-    std::vector<float> m_ring; // horizontally filtered source rows
-    std::vector<float> m_acc;  // one output row before rounding
+    std::vector<float> m_ring;        // horizontally filtered source rows
+    std::vector<const float*> m_rows; // the ring rows of one output row
     bool m_simd = true;
 };
 

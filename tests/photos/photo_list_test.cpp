@@ -148,6 +148,24 @@ TEST_F(WorkerTest, ClearingOrRemovingWhileTheWorkerRunsIsSafe) {
     }
 }
 
+TEST_F(WorkerTest, FilesDeletedOrReplacedUnderTheWorkerGiveEmptyThumbnails) {
+    MakePhotos(8);
+    list.Open(dir.path());
+    for (int i = 0; i < 8; i += 2)
+        std::filesystem::remove(dir.File("p00" + std::to_string(i) + ".jpg"));
+    ASSERT_TRUE(test::WriteFile(dir.File("p007.jpg"), {0xFF, 0xD8, 0xFF}));
+    ASSERT_TRUE(list.WaitWorker(20000));
+    for (int i = 0; i < 8; ++i) {
+        CPhoto* p = list.PhotoAt(i);
+        ASSERT_EQ(p->thumbnailReady.load(std::memory_order_acquire), 1);
+        // The untouched ones still get their pictures; the others get one
+        // or an empty thumbnail, depending on who was quicker.
+        if (i % 2 == 1 && i != 7) {
+            EXPECT_FALSE(p->thumbnail->IsEmpty()) << i;
+        }
+    }
+}
+
 TEST_F(WorkerTest, CursorLoopsSurviveRemoval) {
     MakePhotos(5);
     list.Open(dir.path());

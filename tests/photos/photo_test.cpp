@@ -56,6 +56,19 @@ TEST_F(PhotoTest, UnreadableFilesGetAThumbnailThatDrawsNothing) {
     EXPECT_TRUE(photo.OpenFullImage()->IsEmpty());
 }
 
+TEST_F(PhotoTest, OnePixelPhotosAreEnlargedToTheBox) {
+    test::TestJpegOptions o;
+    o.width = 1;
+    o.height = 1;
+    o.pattern = test::Pattern::Solid;
+    o.solid = 0xC08040;
+    ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
+    const Bitmap* thumb = photo.MakeThumbnail({120, 88});
+    EXPECT_EQ(thumb->Width(), 88);
+    EXPECT_EQ(thumb->Height(), 88);
+    EXPECT_NEAR(int(thumb->PixelAt(87, 87) >> 16 & 0xFF), 0xC0, 4);
+}
+
 TEST_F(PhotoTest, LandscapeFollowsTheThumbnail) {
     EXPECT_EQ(photo.IsLandscape(), 1); // no thumbnail
     photo.MakeThumbnail({120, 88});
