@@ -55,7 +55,7 @@
         <source>The current digital camera drive has not been detected as a removable drive. You may change it by clicking the &quot;Select Digital Camera Drive&quot; button.
 
 Proceed anyway?</source>
-        <translation>Das aktuelle Laufwerk der Digitalkamera wurde nicht als Wechseldatenträger erkannt. Sie können es mit der Schaltfläche &quot;Laufwerk der Digitalkamera auswählen&quot; ändern.
+        <translation>Das aktuelle Laufwerk der Digitalkamera wurde nicht als Wechseldatenträger erkannt. Sie können es mit der Schaltfläche &quot;Digitalkamera-Laufwerk wählen&quot; ändern.
 
 Trotzdem fortfahren?</translation>
     </message>
