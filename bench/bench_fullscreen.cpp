@@ -90,7 +90,7 @@ int main(int argc, char** argv) {
     // The opening order of the main dialog.
     list.Clear();
     if (!window.HasWindow()) {
-        window.Create();
+        window.Create(QRect(0, 0, 1024, 768)); // the screen of the report, on any platform
     }
     window.SetMainDlg(&owner);
     window.Configure(4, 4, 30);

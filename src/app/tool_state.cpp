@@ -49,7 +49,8 @@ ToolCursor CToolState::SetMode(std::int32_t mode, const PortraitQuery& isPortrai
     return cursor;
 }
 
-ToolExit CToolState::OnEscape(const PortraitQuery& isPortrait, ToolCursor& cursor) {
+ToolExit CToolState::LeaveTool(const PortraitQuery& isPortrait, ToolCursor& cursor,
+                               ToolExit inSelect) {
     cursor = ToolCursor::Unchanged;
     if (Group() == ModeCrop) {
         cursor = SetMode(ModeSelect, isPortrait);
@@ -61,25 +62,10 @@ ToolExit CToolState::OnEscape(const PortraitQuery& isPortrait, ToolCursor& curso
     }
     if (m_mode == ModeRedEye) {
         cursor = SetMode(ModeSelect, isPortrait);
-        return ToolExit::LeftRedEye;
+        // Esc only leaves the tool; a right click goes on to the tool window.
+        return inSelect == ToolExit::CloseWindow ? ToolExit::LeftRedEye : inSelect;
     }
-    return ToolExit::CloseWindow;
-}
-
-ToolExit CToolState::OnContextMenu(const PortraitQuery& isPortrait, ToolCursor& cursor) {
-    cursor = ToolCursor::Unchanged;
-    if (Group() == ModeCrop) {
-        cursor = SetMode(ModeSelect, isPortrait);
-        return ToolExit::LeftDrawing;
-    }
-    if (m_mode == ModeCropPlaced) {
-        cursor = SetMode(m_previousMode, isPortrait);
-        return ToolExit::BackToDrawing;
-    }
-    if (m_mode == ModeRedEye) {
-        cursor = SetMode(ModeSelect, isPortrait);
-    }
-    return ToolExit::ShowToolWindow;
+    return inSelect;
 }
 
 void CToolState::Reset() {

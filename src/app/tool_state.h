@@ -55,8 +55,12 @@ public:
 
     // Esc and the context menu, by the tool in use; the caller sets the cursor
     // from `cursor`.
-    ToolExit OnEscape(const PortraitQuery& isPortrait, ToolCursor& cursor);
-    ToolExit OnContextMenu(const PortraitQuery& isPortrait, ToolCursor& cursor);
+    ToolExit OnEscape(const PortraitQuery& isPortrait, ToolCursor& cursor) {
+        return LeaveTool(isPortrait, cursor, ToolExit::CloseWindow);
+    }
+    ToolExit OnContextMenu(const PortraitQuery& isPortrait, ToolCursor& cursor) {
+        return LeaveTool(isPortrait, cursor, ToolExit::ShowToolWindow);
+    }
 
     // Left button down in a drawing tool: the anchor, and an empty rectangle.
     void BeginCrop(Point point) {
@@ -76,6 +80,9 @@ public:
     const Rect& CropRect() const { return m_cropRect; }
 
 private:
+    // Steps out of the tool in use; `inSelect` is the answer in select.
+    ToolExit LeaveTool(const PortraitQuery& isPortrait, ToolCursor& cursor, ToolExit inSelect);
+
     std::int32_t m_mode = ModeSelect;
     std::int32_t m_previousMode = ModeSelect;
     float m_cropAspect = 0.0f;

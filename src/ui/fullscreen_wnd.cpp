@@ -698,6 +698,8 @@ void CFullScreenWnd::DiscardChanges() {
     if (!m_photoList) {
         return;
     }
+    // Rebuilding thumbnails from the files takes a moment.
+    BusyScope busy(*m_busy);
     for (int i = 0; i < m_photoList->Count(); ++i) {
         CPhoto* photo = m_photoList->PhotoAt(i);
         if (!photo) {
