@@ -18,6 +18,7 @@
 #include "ui/tab_basic.h"
 #include "ui/tab_color.h"
 #include "ui/tab_photo.h"
+#include "ui/tab_web.h"
 
 namespace tivox::test {
 namespace {
@@ -311,6 +312,24 @@ TEST_F(FullScreenTools, BasicPageRotatesAndDeletesAtOnce) {
     EXPECT_EQ(m_list.Count(), 2);
     EXPECT_FALSE(std::filesystem::exists(PhotoPath(1)));
     EXPECT_TRUE(std::filesystem::exists(PhotoPath(0)));
+}
+
+TEST_F(FullScreenTools, WebTabWritesTheGalleryOfTheChosenPhotos) {
+    WritePhotos(3, {320, 240, 0x808080});
+    ShowSingle(1);
+    CWebPage* web = Dlg()->Tab()->m_web;
+    web->TitleField()->setText(QStringLiteral("Holiday"));
+    web->NumberField(2)->setText(QStringLiteral("600")); // thumbnails at most 500
+    web->CreateButton()->click();
+    // "Current": asked first; then the refused number is told, and the run
+    // goes on with what the read left.
+    ASSERT_GE(m_prompt.Texts().size(), 2u);
+    EXPECT_EQ(m_prompt.Texts()[0], "Create an HTML gallery from the current photo only?");
+    const std::string gallery = m_owner.galleryFolder + "/Photos";
+    EXPECT_TRUE(std::filesystem::exists(gallery + "/thumbs1.html"));
+    EXPECT_TRUE(std::filesystem::exists(gallery + "/pics/photo_01.jpg"));
+    EXPECT_FALSE(std::filesystem::exists(gallery + "/pics/photo_00.jpg"));
+    EXPECT_EQ(web->Form().m_title, "Holiday");
 }
 
 } // namespace
