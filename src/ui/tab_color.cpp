@@ -20,7 +20,7 @@ QString Tr(const char* text) {
     return QCoreApplication::translate("CColorPage", text);
 }
 
-struct SliderSpec {
+struct SliderRange {
     const char* label;
     int lower;
     int upper;
@@ -28,7 +28,7 @@ struct SliderSpec {
     std::int32_t code;
 };
 
-constexpr SliderSpec kSliders[5] = {
+constexpr SliderRange kSliders[5] = {
     {QT_TRANSLATE_NOOP("CColorPage", "Brightness"), -60, 60, 0, opBrightness},
     {QT_TRANSLATE_NOOP("CColorPage", "Contrast"), 60, 300, 100, opContrast},
     {QT_TRANSLATE_NOOP("CColorPage", "Sharpness"), 0, 100, 0, opSharpness},
@@ -44,12 +44,12 @@ constexpr float kSliderFactor = 0.01f;
 CColorPage::CColorPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
     auto* grid = new QGridLayout(this);
     for (int i = 0; i < 5; ++i) {
-        const SliderSpec& spec = kSliders[i];
-        grid->addWidget(new QLabel(Tr(spec.label), this), i, 0);
+        const SliderRange& range = kSliders[i];
+        grid->addWidget(new QLabel(Tr(range.label), this), i, 0);
         auto* slider = new QSlider(Qt::Horizontal, this);
-        slider->setRange(spec.lower, spec.upper);
+        slider->setRange(range.lower, range.upper);
         slider->setPageStep(10);
-        slider->setValue(spec.neutral);
+        slider->setValue(range.neutral);
         grid->addWidget(slider, i, 1, 1, 2);
         m_sliders[std::size_t(i)] = slider;
         connect(slider, &QAbstractSlider::actionTriggered, this,

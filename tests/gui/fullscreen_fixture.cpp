@@ -32,7 +32,7 @@ std::string FullScreenTest::PhotoPath(int index) const {
     return m_folder + name;
 }
 
-void FullScreenTest::WritePhotos(const std::vector<PhotoSpec>& photos) {
+void FullScreenTest::WritePhotos(const std::vector<TestPhoto>& photos) {
     for (std::size_t i = 0; i < photos.size(); ++i) {
         TestJpegOptions options;
         options.width = photos[i].width;
@@ -44,8 +44,8 @@ void FullScreenTest::WritePhotos(const std::vector<PhotoSpec>& photos) {
     }
 }
 
-void FullScreenTest::WritePhotos(int count, PhotoSpec spec) {
-    WritePhotos(std::vector<PhotoSpec>(std::size_t(count), spec));
+void FullScreenTest::WritePhotos(int count, TestPhoto photo) {
+    WritePhotos(std::vector<TestPhoto>(std::size_t(count), photo));
 }
 
 void FullScreenTest::Open(int tilesX, int tilesY, int statusHeight) {

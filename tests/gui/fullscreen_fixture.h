@@ -32,7 +32,7 @@ public:
 };
 
 // One photo of the generated folder.
-struct PhotoSpec {
+struct TestPhoto {
     int width = 320;
     int height = 240;
     std::uint32_t color = 0x808080; // solid 0xRRGGBB
@@ -44,8 +44,8 @@ protected:
     void TearDown() override;
 
     // Writes the photos as photo_00.jpg ... into the folder.
-    void WritePhotos(const std::vector<PhotoSpec>& photos);
-    void WritePhotos(int count, PhotoSpec spec = {});
+    void WritePhotos(const std::vector<TestPhoto>& photos);
+    void WritePhotos(int count, TestPhoto photo = {});
     // The opening order of the main dialog; waits for every thumbnail.
     void Open(int tilesX = 4, int tilesY = 4, int statusHeight = 30);
     std::string PhotoPath(int index) const;
