@@ -6,8 +6,8 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QMouseEvent>
 #include <QDir>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTranslator>
 #include <cmath>
@@ -21,6 +21,7 @@
 #include "platform/jpeg_codec.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
+#include "ui/shots/shot_support.h"
 
 namespace {
 
@@ -85,19 +86,6 @@ private:
     CSettings m_settings;
 };
 
-void Settle() {
-    for (int i = 0; i < 20; ++i) {
-        QApplication::processEvents();
-    }
-}
-
-bool Save(QWidget& widget, const QString& path) {
-    Settle();
-    const bool saved = widget.grab().save(path);
-    std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
-    return saved;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -131,7 +119,7 @@ int main(int argc, char** argv) {
     list.Open(folder.toStdString());
     window.SetPhotoList(&list);
     list.WaitWorker(30000);
-    Settle();
+    shots::Settle();
 
     // Tile mode: three marked photos and the mouse over the sixth.
     list.PhotoAt(1)->marker = 1;
@@ -140,7 +128,7 @@ int main(int argc, char** argv) {
     QMouseEvent move(QEvent::MouseMove, QPointF(400, 300), QPointF(400, 300), Qt::NoButton,
                      Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&window, &move);
-    bool ok = Save(window, out + QStringLiteral("/fullscreen_tiles.png"));
+    bool ok = shots::SaveGrab(window, out + QStringLiteral("/fullscreen_tiles.png"));
 
     // The Image Operations window over tile mode, then each tab in the
     // single view of the sixth photo.
@@ -154,8 +142,9 @@ int main(int argc, char** argv) {
     for (int i = 0; i < 4 && dlg; ++i) {
         dlg->Tab()->setCurrentIndex(i);
         dlg->show();
-        ok =
-            Save(*dlg, out + QStringLiteral("/image_ops_%1.png").arg(QLatin1String(tabs[i]))) && ok;
+        ok = shots::SaveGrab(
+                 *dlg, out + QStringLiteral("/image_ops_%1.png").arg(QLatin1String(tabs[i]))) &&
+             ok;
     }
 
     // The single photo with a crop rectangle at 10x15 standing on it.
@@ -172,7 +161,7 @@ int main(int argc, char** argv) {
     mouse(QEvent::MouseButtonPress, 260, 170, Qt::LeftButton);
     mouse(QEvent::MouseMove, 700, 400, Qt::LeftButton);
     mouse(QEvent::MouseButtonRelease, 760, 400, Qt::NoButton);
-    ok = Save(window, out + QStringLiteral("/fullscreen_crop.png")) && ok;
+    ok = shots::SaveGrab(window, out + QStringLiteral("/fullscreen_crop.png")) && ok;
     window.DestroyWindow();
     return ok ? 0 : 1;
 }

@@ -11,6 +11,7 @@
 #include <cstdio>
 
 #include "ui/drives_dlg.h"
+#include "ui/shots/shot_support.h"
 #include "ui/tivox_dlg.h"
 
 namespace {
@@ -39,11 +40,7 @@ std::vector<tivox::CDriveInfo> SampleDrives() {
 bool Save(QWidget& widget, const QString& path) {
     widget.show();
     widget.activateWindow();
-    for (int i = 0; i < 20; ++i)
-        QApplication::processEvents();
-    const bool saved = widget.grab().save(path);
-    std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
-    return saved;
+    return tivox::shots::SaveGrab(widget, path);
 }
 
 } // namespace
