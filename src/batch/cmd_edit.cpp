@@ -14,6 +14,7 @@
 #include "photos/edit_host.h"
 #include "photos/photo.h"
 #include "platform/atomic_file.h"
+#include "platform/bitmap_recycler.h"
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
 
@@ -34,11 +35,14 @@ public:
     void InvalidateTile(int) override {}
     void BringToTop() override {}
     CPhoto* GetCurrentPhoto() override { return &m_photo; }
+    // The denoise preview's full-size buffer serves the commit again.
+    BitmapRecycler* GetBitmapRecycler() override { return &m_recycler; }
 
 private:
     Size m_screen;
     int m_quality;
     CPhoto& m_photo;
+    BitmapRecycler m_recycler;
 };
 
 // A slider: its code, option, and range of positions (value = position * 0.01).

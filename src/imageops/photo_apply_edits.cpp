@@ -12,6 +12,7 @@
 #include "imageops/red_eye_fixer.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"
+#include "platform/bitmap_recycler.h"
 #include "platform/resampler.h"
 
 namespace tivox {
@@ -29,12 +30,13 @@ Point ToWorkingImage(const Point& p, Size working, Size source) {
 
 Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
     const Size screen = window.GetScreenSize();
+    BitmapRecycler* recycler = window.GetBitmapRecycler();
     auto wanted = [mask](int bit) { return (mask & bit) != 0; };
 
     // 1. Start.
     Bitmap* current = nullptr;
     if (full) {
-        current = LoadFullImage();
+        current = LoadFullImage(recycler);
     } else {
         if (mask == editAll)
             LoadScreenImage(screen);
@@ -48,8 +50,13 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
     auto install = [&](std::unique_ptr<Bitmap> made) -> Bitmap* {
         if (!made)
             return current;
-        if (full)
-            return ReplaceImage(std::move(made), true);
+        if (full) {
+            std::unique_ptr<Bitmap> old = std::move(fullImage);
+            Bitmap* replaced = ReplaceImage(std::move(made), true);
+            if (recycler)
+                recycler->Give(std::move(old));
+            return replaced;
+        }
         Bitmap* fitted = FitToScreen(made.get(), screen, false);
         return fitted ? fitted : current;
     };
@@ -64,9 +71,13 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
             if (current)
                 filter.FilterInPlace(*current);
         } else {
-            std::unique_ptr<Bitmap> source = OpenFullImage();
-            if (source && !source->IsEmpty() && filter.FilterInPlace(*source))
-                current = install(std::move(source));
+            std::unique_ptr<Bitmap> source = OpenFullImage(recycler);
+            if (!source->IsEmpty() && filter.FilterInPlace(*source)) {
+                if (Bitmap* fitted = FitToScreen(source.get(), screen, false))
+                    current = fitted;
+            }
+            if (recycler)
+                recycler->Give(std::move(source));
         }
     }
 

@@ -8,6 +8,7 @@
 
 namespace tivox {
 
+class BitmapRecycler;
 class CPhoto;
 class CPhotoList;
 
@@ -24,6 +25,9 @@ public:
     // The photo that "Current" means: the one shown alone, or in tile mode
     // the one under the mouse; null when there is none.
     virtual CPhoto* GetCurrentPhoto() { return nullptr; }
+    // Where full-size pictures leave their buffers for the next one; null
+    // when the host keeps none.
+    virtual BitmapRecycler* GetBitmapRecycler() { return nullptr; }
 };
 
 } // namespace tivox

@@ -4,6 +4,7 @@
 
 #include "photos/scaled_loader.h"
 #include "platform/atomic_file.h"
+#include "platform/bitmap_recycler.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
 
@@ -74,18 +75,24 @@ void CPhoto::LoadScreenImage(Size target, CScaledLoader* loader) {
     screenSize = {screenImage->Width(), screenImage->Height()};
 }
 
-std::unique_ptr<Bitmap> CPhoto::OpenFullImage() {
-    auto image = std::make_unique<Bitmap>();
+std::unique_ptr<Bitmap> CPhoto::OpenFullImage(BitmapRecycler* recycler) {
+    auto image = recycler ? recycler->Take() : std::make_unique<Bitmap>();
     CScaledLoader loader;
     std::string error;
     loader.LoadFull(path, *image, error);
     return image;
 }
 
-Bitmap* CPhoto::LoadFullImage() {
-    fullImage.reset();
-    fullImage = OpenFullImage();
+Bitmap* CPhoto::LoadFullImage(BitmapRecycler* recycler) {
+    DropFullImage(recycler);
+    fullImage = OpenFullImage(recycler);
     return fullImage.get();
+}
+
+void CPhoto::DropFullImage(BitmapRecycler* recycler) {
+    if (recycler)
+        recycler->Give(std::move(fullImage));
+    fullImage.reset();
 }
 
 void CPhoto::RebuildImages(Size thumbSize, Size screenBox, bool loadScreen) {
@@ -131,7 +138,7 @@ Bitmap* CPhoto::FitToScreen(Bitmap* image, Size target, bool full) {
     return ReplaceImage(ScaleImage(image, fitted.width, fitted.height), false);
 }
 
-int CPhoto::SaveAsJpeg(int quality) {
+int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler) {
     const std::string temp = path + ".tmp";
     // A temporary file that an earlier failure left behind goes first.
     ::unlink(temp.c_str());
@@ -148,7 +155,7 @@ int CPhoto::SaveAsJpeg(int quality) {
             saved = WriteWholeFile(temp, bytes.data(), bytes.size(), error);
         }
     }
-    DropFullImage();
+    DropFullImage(recycler);
     if (!saved)
         return 0;
     int errorNumber = 0;

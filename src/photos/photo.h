@@ -22,6 +22,7 @@
 
 namespace tivox {
 
+class BitmapRecycler;
 class CScaledLoader;
 class IEditHost;
 
@@ -49,11 +50,14 @@ public:
     // reused.
     void LoadScreenImage(Size target, CScaledLoader* loader = nullptr);
     void DropScreenImage() { screenImage.reset(); }
-    Bitmap* LoadFullImage();
-    void DropFullImage() { fullImage.reset(); }
+    // The full-size picture is big enough that its buffer is worth keeping
+    // between photos: with a recycler these take their pixels from it and
+    // give them back to it.
+    Bitmap* LoadFullImage(BitmapRecycler* recycler = nullptr);
+    void DropFullImage(BitmapRecycler* recycler = nullptr);
     // The file at full resolution, owned by the caller; an empty bitmap when
-    // the file cannot be read, null only when memory is short.
-    std::unique_ptr<Bitmap> OpenFullImage();
+    // the file cannot be read.
+    std::unique_ptr<Bitmap> OpenFullImage(BitmapRecycler* recycler = nullptr);
 
     // The file fitted into `target` (FitInto), refreshing sourceSize. The
     // picture is never larger than the box; a small one is enlarged. A file
@@ -75,8 +79,9 @@ public:
 
     // Writes fullImage over the file through path + ".tmp", replaced
     // atomically after the data is on disc; fullImage is dropped in every
-    // case. 1 on success, 0 on failure (the photo file is then untouched).
-    int SaveAsJpeg(int quality);
+    // case (into `recycler` when there is one). 1 on success, 0 on failure
+    // (the photo file is then untouched).
+    int SaveAsJpeg(int quality, BitmapRecycler* recycler = nullptr);
 
     int IsLandscape() const; // 1 without a thumbnail or when width >= height
     int IsPortrait() const { return IsLandscape() ? 0 : 1; }

@@ -4,16 +4,16 @@
 
 namespace tivox {
 
-bool CScaledLoader::DecodeCovering(const std::string& path, Size target, Size& source,
-                                   std::string& error) {
+bool CScaledLoader::DecodeCovering(const std::string& path, Size target, Bitmap& decoded,
+                                   Size& source, std::string& error) {
     source = {};
     if (!m_decoder.LoadFile(path, error))
         return false;
     const auto& bytes = m_decoder.Buffer();
     if (LooksLikePnm(bytes.data(), bytes.size())) {
-        if (!ReadPnm(bytes.data(), bytes.size(), m_decoded, error))
+        if (!ReadPnm(bytes.data(), bytes.size(), decoded, error))
             return false;
-        source = {m_decoded.Width(), m_decoded.Height()};
+        source = {decoded.Width(), decoded.Height()};
     } else {
         JpegInfo info;
         if (!m_decoder.ReadHeader(info, error))
@@ -24,7 +24,7 @@ bool CScaledLoader::DecodeCovering(const std::string& path, Size target, Size& s
             error = "picture too small for the box";
             return false;
         }
-        if (!m_decoder.Decode(fitted, m_decoded, info, error))
+        if (!m_decoder.Decode(fitted, decoded, info, error))
             return false;
     }
     return true;
@@ -32,7 +32,7 @@ bool CScaledLoader::DecodeCovering(const std::string& path, Size target, Size& s
 
 bool CScaledLoader::LoadInto(const std::string& path, Size target, Bitmap& out, Size& source,
                              std::string& error) {
-    if (!DecodeCovering(path, target, source, error)) {
+    if (!DecodeCovering(path, target, m_decoded, source, error)) {
         out.Release();
         return false;
     }
@@ -50,12 +50,10 @@ bool CScaledLoader::LoadInto(const std::string& path, Size target, Bitmap& out, 
 
 bool CScaledLoader::LoadFull(const std::string& path, Bitmap& out, std::string& error) {
     Size source;
-    if (!DecodeCovering(path, {}, source, error)) {
+    if (!DecodeCovering(path, {}, out, source, error)) {
         out.Release();
         return false;
     }
-    // The decode buffer becomes the result; the loader makes a new one.
-    out = std::move(m_decoded);
     return true;
 }
 

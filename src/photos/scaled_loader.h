@@ -26,12 +26,15 @@ public:
     bool LoadInto(const std::string& path, Size target, Bitmap& out, Size& source,
                   std::string& error);
 
-    // The whole picture at full resolution.
+    // The whole picture at full resolution, decoded straight into `out`,
+    // whose buffer is reused when it is large enough.
     bool LoadFull(const std::string& path, Bitmap& out, std::string& error);
 
 private:
-    // Fills m_decoded at the smallest scale that covers `target` fitted.
-    bool DecodeCovering(const std::string& path, Size target, Size& source, std::string& error);
+    // Fills `decoded` at the smallest scale that covers `target` fitted; an
+    // empty target means full size.
+    bool DecodeCovering(const std::string& path, Size target, Bitmap& decoded, Size& source,
+                        std::string& error);
 
     JpegDecoder m_decoder;
     Bitmap m_decoded;

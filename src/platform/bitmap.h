@@ -43,6 +43,8 @@ public:
     int Height() const { return m_height; }
     int Stride() const { return m_width * 4; }
     std::size_t ByteSize() const { return std::size_t(Stride()) * std::size_t(m_height); }
+    // Bytes allocated, which Reset reuses for any picture that fits.
+    std::size_t Capacity() const { return m_capacity; }
 
     std::uint8_t* Data() { return m_pixels.get(); }
     const std::uint8_t* Data() const { return m_pixels.get(); }

@@ -131,6 +131,7 @@ void CFullScreenWnd::Create(const QRect& area) {
     m_currentMarker = 1;
     m_thumbBuffer = QImage();
     m_screenBuffer = QImage();
+    m_recycler.Clear();
     m_imageOpsDlg.reset();
     m_statusText.clear();
 
@@ -170,6 +171,7 @@ void CFullScreenWnd::DestroyWindow() {
     }
     m_thumbBuffer = QImage();
     m_screenBuffer = QImage();
+    m_recycler.Clear();
     m_imageOpsDlg.reset();
     ResetState();
     m_created = false;
@@ -686,7 +688,7 @@ void CFullScreenWnd::CommitChanges() {
             m_imageOpsDlg->ResetColorControls();
             m_imageOpsDlg->ResetProcessor();
         }
-        if (photo->SaveAsJpeg(GetJpegQuality()) == 0) {
+        if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler) == 0) {
             m_prompt->Ask(UiText{TIVOX_TR("Save failed"), {}}, PromptIcon::Stop, PromptButtons::Ok,
                           PromptAnswer::Ok, UiText{TIVOX_TR("Error"), {}});
         }
@@ -715,7 +717,7 @@ void CFullScreenWnd::DiscardChanges() {
             m_imageOpsDlg->ResetProcessor();
         }
         photo->edits.Clear();
-        photo->DropFullImage();
+        photo->DropFullImage(&m_recycler);
         photo->DropScreenImage();
         photo->DropThumbnail();
         // The next single view loads the working image from the file again.

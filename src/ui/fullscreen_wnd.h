@@ -21,6 +21,7 @@
 #include "app/tile_layout.h"
 #include "app/tool_state.h"
 #include "photos/edit_host.h"
+#include "platform/bitmap_recycler.h"
 #include "platform/user_seams.h"
 
 class QScreen;
@@ -83,6 +84,7 @@ public:
     // The photo in question: the one shown, or in tile mode the one under the
     // mouse. Null without one; without a list it says so in a message box.
     CPhoto* GetCurrentPhoto() override;
+    BitmapRecycler* GetBitmapRecycler() override { return &m_recycler; }
 
     // Input and tools.
     void SetMode(std::int32_t mode);
@@ -162,6 +164,9 @@ private:
     // from Configure to the closing, never per frame.
     QImage m_thumbBuffer;
     QImage m_screenBuffer;
+    // The full-size buffer that commits pass on to each other while the
+    // window is open.
+    BitmapRecycler m_recycler;
 
     bool m_created = false;
     ToolCursor m_cursorShape = ToolCursor::Select;

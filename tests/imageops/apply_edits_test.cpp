@@ -15,6 +15,7 @@
 #include "imageops/red_eye_click.h"
 #include "imageops/red_eye_fixer.h"
 #include "pixel_test_util.h"
+#include "platform/bitmap_recycler.h"
 #include "platform/resampler.h"
 
 namespace tivox {
@@ -184,6 +185,53 @@ TEST_F(ApplyEditsTest, PhotoNeverShownGetsItsEditsAtCommit) {
     EXPECT_FALSE(photo.screenImage);
     ASSERT_TRUE(photo.thumbnail);
     EXPECT_EQ(photo.thumbnail->Width(), 117); // 4:3 in 120 x 88
+}
+
+TEST_F(ApplyEditsTest, CommitsHandTheirFullSizeBufferOn) {
+    // A large photo, then a smaller one and an unreadable one, through one
+    // kept buffer: each commit must see only its own picture.
+    BitmapRecycler recycler;
+    window.recycler = &recycler;
+    window.screen = Size{320, 240};
+    auto edit = [](CPhoto& p) {
+        p.edits.SetDenoise(1);
+        p.edits.SetBrightness(0.1f);
+        p.edits.SetContrast(1.0f);
+        p.edits.SetSaturation(1.0f);
+        p.edits.SetGamma(0.8f);
+        p.edits.SetSharpness(0.5f);
+    };
+    auto expected = [](const std::string& path) {
+        Bitmap b = test::Decoded(path);
+        CDenoiseFilter().FilterInPlace(b);
+        ApplyColorMatrix(b, BrightnessMatrix(0.1f), 0.8f);
+        Sharpen(b, SharpenStrength(0.5f));
+        return b;
+    };
+    CPhoto large, small;
+    large.SetPath(test::WritePhoto(dir, "large.jpg", 640, 480, 3));
+    small.SetPath(test::WritePhoto(dir, "small.jpg", 300, 200, 4));
+    edit(large);
+    ASSERT_TRUE(large.ApplyEdits(editAll, window, true));
+    const std::uint8_t* buffer = large.fullImage->Data();
+    ASSERT_EQ(large.SaveAsJpeg(90, &recycler), 1);
+    EXPECT_EQ(recycler.KeptBytes(), std::size_t(640 * 480 * 4));
+
+    edit(small);
+    small.ApplyEdits(editDenoise, window, false); // the preview borrows it too
+    Bitmap* full = small.ApplyEdits(editAll, window, true);
+    ASSERT_TRUE(full);
+    EXPECT_EQ(full->Data(), buffer);
+    EXPECT_TRUE(test::SamePixels(*full, expected(small.path)));
+    small.DropFullImage(&recycler);
+
+    CPhoto broken;
+    broken.SetPath(dir.File("broken.jpg"));
+    test::WriteFile(broken.path, test::Bytes{'n', 'o'});
+    broken.edits.SetNegative(1);
+    Bitmap* none = broken.ApplyEdits(editAll, window, true);
+    EXPECT_TRUE(!none || none->IsEmpty());
+    EXPECT_EQ(broken.SaveAsJpeg(90, &recycler), 0);
 }
 
 TEST_F(ApplyEditsTest, UnreadablePhotoIsNeverOverwritten) {

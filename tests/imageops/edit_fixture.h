@@ -24,12 +24,14 @@ public:
     void InvalidateTile(int) override {}
     void BringToTop() override { ++raised; }
     CPhoto* GetCurrentPhoto() override { return current; }
+    BitmapRecycler* GetBitmapRecycler() override { return recycler; }
 
     Size screen{1024, 768};
     Size thumb{120, 88};
     int quality = 90;
     CPhotoList* list = nullptr;
     CPhoto* current = nullptr;
+    BitmapRecycler* recycler = nullptr;
     int invalidations = 0;
     int raised = 0;
 };
