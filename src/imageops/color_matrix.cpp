@@ -1,5 +1,6 @@
 #include "imageops/color_matrix.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -119,8 +120,13 @@ void ColorScalar(std::uint32_t* px, std::size_t n, const ColorTransform& p) {
 }
 
 #if defined(__x86_64__) || defined(__i386__)
+// Eight pixels at a time. With a gamma curve the matrix results of a block
+// are kept as table indices and looked up by plain loads afterwards: on the
+// processors we measured, three gathers per eight pixels cost more than the
+// matrix itself.
 __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::size_t n,
                                                       const ColorTransform& p) {
+    constexpr std::size_t kBlock = 64;
     const __m256i byteMask = _mm256_set1_epi32(255);
     const __m256 zero = _mm256_setzero_ps();
     const __m256 top = _mm256_set1_ps(255.0f);
@@ -133,38 +139,48 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
             coef[o][k] = _mm256_set1_ps(p.coef[o][k]);
         offset[o] = _mm256_set1_ps(p.offset[o]);
     }
-    const int* lut = p.gamma ? reinterpret_cast<const int*>(p.lut.data()) : nullptr;
+    const std::uint8_t* lut = p.gamma ? p.lut.data() : nullptr;
     const int outputs = p.alphaAlone ? 3 : 4;
     const int inputs = p.alphaAlone ? 3 : 4;
     const __m256i alphaMask = _mm256_set1_epi32(int(0xFF000000u));
+    alignas(32) std::int32_t index[3][kBlock];
     std::size_t i = 0;
-    for (; i + 8 <= n; i += 8) {
-        const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
-        const __m256 in[4] = {
-            _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 16), byteMask)),
-            _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
-            _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
-            _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
-        __m256i out = p.alphaAlone ? _mm256_and_si256(v, alphaMask) : _mm256_setzero_si256();
-        for (int o = 0; o < outputs; ++o) {
-            __m256 s = _mm256_mul_ps(in[0], coef[o][0]);
-            s = _mm256_add_ps(s, _mm256_mul_ps(in[1], coef[o][1]));
-            s = _mm256_add_ps(s, _mm256_mul_ps(in[2], coef[o][2]));
-            if (inputs == 4)
-                s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
-            s = _mm256_add_ps(s, offset[o]);
-            s = _mm256_min_ps(_mm256_max_ps(s, zero), top);
-            __m256i q;
-            if (lut && o < 3) {
-                const __m256i index =
-                    _mm256_cvttps_epi32(_mm256_add_ps(_mm256_mul_ps(s, steps), half));
-                q = _mm256_and_si256(_mm256_i32gather_epi32(lut, index, 1), byteMask);
-            } else {
-                q = _mm256_cvttps_epi32(_mm256_add_ps(s, half));
+    while (i + 8 <= n) {
+        const std::size_t blockEnd = i + std::min(kBlock, (n - i) / 8 * 8);
+        const std::size_t blockStart = i;
+        for (; i < blockEnd; i += 8) {
+            const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
+            const __m256 in[4] = {
+                _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 16), byteMask)),
+                _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
+                _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
+                _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
+            __m256i out = p.alphaAlone ? _mm256_and_si256(v, alphaMask) : _mm256_setzero_si256();
+            for (int o = 0; o < outputs; ++o) {
+                __m256 s = _mm256_mul_ps(in[0], coef[o][0]);
+                s = _mm256_add_ps(s, _mm256_mul_ps(in[1], coef[o][1]));
+                s = _mm256_add_ps(s, _mm256_mul_ps(in[2], coef[o][2]));
+                if (inputs == 4)
+                    s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
+                s = _mm256_add_ps(s, offset[o]);
+                s = _mm256_min_ps(_mm256_max_ps(s, zero), top);
+                if (lut && o < 3) {
+                    _mm256_store_si256(
+                        reinterpret_cast<__m256i*>(&index[o][i - blockStart]),
+                        _mm256_cvttps_epi32(_mm256_add_ps(_mm256_mul_ps(s, steps), half)));
+                } else {
+                    const __m256i q = _mm256_cvttps_epi32(_mm256_add_ps(s, half));
+                    out = _mm256_or_si256(out, _mm256_slli_epi32(q, 8 * o));
+                }
             }
-            out = _mm256_or_si256(out, _mm256_slli_epi32(q, 8 * o));
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i), out);
         }
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i), out);
+        if (lut) {
+            std::uint32_t* q = px + blockStart;
+            for (std::size_t j = 0; j < blockEnd - blockStart; ++j)
+                q[j] |= std::uint32_t(lut[index[0][j]]) | std::uint32_t(lut[index[1][j]]) << 8 |
+                        std::uint32_t(lut[index[2][j]]) << 16;
+        }
     }
     return i;
 }
@@ -186,7 +202,7 @@ ColorTransform::ColorTransform(const ColorMatrix& matrix, float gamma) {
     neutral = matrix.IsIdentity() && gamma == 1.0f;
     this->gamma = gamma != 1.0f;
     if (this->gamma) {
-        lut.assign(kGammaEntries + 3, 0);
+        lut.assign(kGammaEntries, 0);
         for (int i = 0; i < kGammaEntries; ++i) {
             double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gamma));
             v = v < 0.0 ? 0.0 : (v > 255.0 ? 255.0 : v);

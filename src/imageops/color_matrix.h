@@ -62,7 +62,7 @@ struct ColorTransform {
     // Alpha goes through unchanged and no colour depends on it, so the
     // vector code can skip it (adding 0 * alpha changes no sum).
     bool alphaAlone = false;
-    std::vector<std::uint8_t> lut; // kGammaEntries + 3 bytes of padding for 32-bit gathers
+    std::vector<std::uint8_t> lut; // kGammaEntries bytes
 };
 
 // Runs every pixel through the matrix, limits the colour to 0..1, applies the
