@@ -148,28 +148,38 @@ Divider16 MakeDivider(std::int32_t factor, std::int64_t reach) {
 
 #if defined(__x86_64__) || defined(__i386__)
 // Eight pixels at a time in 16-bit lanes, for kernels whose sums fit them
-// (the sharpening kernels among them).
+// (the sharpening kernels among them). Taps go in pairs: the bytes of two
+// source pixels are interleaved and one multiply-add gives both weighted
+// terms, so a tap costs half an unpack and half a multiply. `Pairs` is a
+// constant so that the loop over the taps unrolls.
+template <int Pairs>
 __attribute__((target("avx2"))) int ConvolveRow16(const Rows& rows, std::uint8_t* out, int x0,
-                                                  int x1, const Tap* taps, int tapCount,
-                                                  const Divider16& divider, std::int32_t offset) {
-    const __m256i zero = _mm256_setzero_si256();
+                                                  int x1, const Tap* taps, const Divider16& divider,
+                                                  std::int32_t offset) {
     const __m256i magic = _mm256_set1_epi16(divider.magic);
     const __m128i shift = _mm_cvtsi32_si128(divider.shift);
     const __m256i add = _mm256_set1_epi16(std::int16_t(offset));
     const __m256i alphaMask = _mm256_set1_epi32(int(0xFF000000u));
-    __m256i weights[9];
-    for (int t = 0; t < tapCount; ++t)
-        weights[t] = _mm256_set1_epi16(std::int16_t(taps[t].weight));
+    __m256i weights[Pairs];
+    const std::uint8_t* sources[2 * Pairs];
+    for (int p = 0; p < Pairs; ++p) {
+        const Tap& a = taps[2 * p];
+        const Tap& b = taps[2 * p + 1];
+        weights[p] = _mm256_set1_epi16(std::int16_t(std::uint8_t(std::int8_t(a.weight)) |
+                                                    std::uint8_t(std::int8_t(b.weight)) << 8));
+        sources[2 * p] = rows.r[a.row] + a.dx * 4;
+        sources[2 * p + 1] = rows.r[b.row] + b.dx * 4;
+    }
     int x = x0;
     for (; x + 8 <= x1; x += 8) {
-        __m256i lo = zero, hi = zero;
-        for (int t = 0; t < tapCount; ++t) {
-            const __m256i px = _mm256_loadu_si256(
-                reinterpret_cast<const __m256i*>(rows.r[taps[t].row] + (x + taps[t].dx) * 4));
-            lo = _mm256_add_epi16(lo,
-                                  _mm256_mullo_epi16(_mm256_unpacklo_epi8(px, zero), weights[t]));
-            hi = _mm256_add_epi16(hi,
-                                  _mm256_mullo_epi16(_mm256_unpackhi_epi8(px, zero), weights[t]));
+        __m256i lo = _mm256_setzero_si256(), hi = _mm256_setzero_si256();
+        for (int p = 0; p < Pairs; ++p) {
+            const __m256i a =
+                _mm256_loadu_si256(reinterpret_cast<const __m256i*>(sources[2 * p] + x * 4));
+            const __m256i b =
+                _mm256_loadu_si256(reinterpret_cast<const __m256i*>(sources[2 * p + 1] + x * 4));
+            lo = _mm256_add_epi16(lo, _mm256_maddubs_epi16(_mm256_unpacklo_epi8(a, b), weights[p]));
+            hi = _mm256_add_epi16(hi, _mm256_maddubs_epi16(_mm256_unpackhi_epi8(a, b), weights[p]));
         }
         __m256i sums[2] = {lo, hi};
         for (__m256i& n : sums) {
@@ -190,6 +200,12 @@ __attribute__((target("avx2"))) int ConvolveRow16(const Rows& rows, std::uint8_t
     }
     return x;
 }
+
+using ConvolveRow16Fn = int (*)(const Rows&, std::uint8_t*, int, int, const Tap*, const Divider16&,
+                                std::int32_t);
+constexpr ConvolveRow16Fn kConvolveRow16[6] = {nullptr,          ConvolveRow16<1>,
+                                               ConvolveRow16<2>, ConvolveRow16<3>,
+                                               ConvolveRow16<4>, ConvolveRow16<5>};
 #endif
 
 } // namespace
@@ -202,21 +218,26 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
     if (w < 3 || h < 3)
         return true;
 
-    Tap taps[9];
+    Tap taps[10];
     int tapCount = 0;
-    std::int64_t reach = 0; // largest possible |sum|
+    std::int64_t reach = 0;  // largest possible |sum|
+    bool byteWeights = true; // every weight a signed byte whose pair sums fit 16 bits
     for (int i = 0; i < 9; ++i) {
         if (kernel.weights[i] == 0)
             continue;
         taps[tapCount++] = Tap{i / 3, i % 3 - 1, kernel.weights[i]};
         reach += std::llabs(std::int64_t(kernel.weights[i])) * 255;
+        byteWeights = byteWeights && std::llabs(std::int64_t(kernel.weights[i])) <= 64;
     }
+    taps[tapCount] = Tap{1, 0, 0}; // the partner of an odd last tap
+    const int pairs = (tapCount + 1) / 2;
     bool vector = false, narrow = false;
     Divider16 divider;
 #if defined(__x86_64__) || defined(__i386__)
     if (UseAvx2(path)) {
         divider = MakeDivider(kernel.factor, reach);
-        narrow = divider.usable && kernel.offset > -32768 && kernel.offset < 32768;
+        narrow = divider.usable && byteWeights && pairs > 0 && kernel.offset > -32768 &&
+                 kernel.offset < 32768;
         vector = reach < (std::int64_t{1} << 24) &&
                  std::llabs(std::int64_t(kernel.factor)) < (std::int64_t{1} << 24);
     }
@@ -228,7 +249,7 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
         int x = 1;
 #if defined(__x86_64__) || defined(__i386__)
         if (narrow)
-            x = ConvolveRow16(rows, out, 1, w - 1, taps, tapCount, divider, kernel.offset);
+            x = kConvolveRow16[pairs](rows, out, 1, w - 1, taps, divider, kernel.offset);
         else if (vector)
             x = ConvolveRowAvx2(rows, out, 1, w - 1, taps, tapCount, kernel);
 #endif

@@ -107,8 +107,15 @@ TEST(Convolve, VectorPathGivesTheScalarBytes) {
     CConvolution wide; // sums beyond 16 bits
     wide.SetAll(40);
     wide.factor = 7;
+    CConvolution steep; // the largest weights whose pairs still fit 16 bits
+    steep.SetAll(0);
+    steep.weights[0] = 64;
+    steep.weights[8] = -64;
+    steep.factor = 4;
+    CConvolution large = steep; // one past them
+    large.weights[0] = 65;
     int round = 0;
-    for (const CConvolution& k : {blur, odd, sharp, plainSum, wide}) {
+    for (const CConvolution& k : {blur, odd, sharp, plainSum, wide, steep, large}) {
         for (int w : {3, 10, 33}) {
             const Bitmap source = test::RandomPicture(w, 7, std::uint32_t(50 + round++));
             Bitmap fast = test::Copy(source), plain = test::Copy(source);
