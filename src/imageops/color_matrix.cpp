@@ -120,34 +120,47 @@ void ColorScalar(std::uint32_t* px, std::size_t n, const ColorTransform& p) {
 }
 
 #if defined(__x86_64__) || defined(__i386__)
-// Eight pixels at a time. With a gamma curve the matrix results of a block
-// are kept as table indices and looked up by plain loads afterwards: on the
-// processors we measured, three gathers per eight pixels cost more than the
-// matrix itself.
+struct ColorVectors {
+    __m256 coef[4][4];
+    __m256 offset[4];
+};
+
+// Output byte o of eight pixels before rounding: the matrix row, limited to
+// 0..255, in the operation order of ColorPixel.
+template <bool AlphaAlone>
+__attribute__((target("avx2"))) inline __m256 MatrixRow(const __m256 (&in)[4],
+                                                        const ColorVectors& c, int o) {
+    __m256 s = _mm256_mul_ps(in[0], c.coef[o][0]);
+    s = _mm256_add_ps(s, _mm256_mul_ps(in[1], c.coef[o][1]));
+    s = _mm256_add_ps(s, _mm256_mul_ps(in[2], c.coef[o][2]));
+    if (!AlphaAlone) // else the alpha weight is 0 and adds nothing
+        s = _mm256_add_ps(s, _mm256_mul_ps(in[3], c.coef[o][3]));
+    s = _mm256_add_ps(s, c.offset[o]);
+    return _mm256_min_ps(_mm256_max_ps(s, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
+}
+
+// Eight pixels at a time. With a gamma curve the table indices of a block of
+// pixels are kept and looked up by plain loads afterwards: on the processors we measured, three
+// gathers per eight pixels cost more than the matrix itself.
+template <bool Gamma, bool AlphaAlone>
 __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::size_t n,
                                                       const ColorTransform& p) {
     constexpr std::size_t kBlock = 64;
     const __m256i byteMask = _mm256_set1_epi32(255);
-    const __m256 zero = _mm256_setzero_ps();
-    const __m256 top = _mm256_set1_ps(255.0f);
     const __m256 half = _mm256_set1_ps(0.5f);
     const __m256 steps = _mm256_set1_ps(float(kGammaSteps));
-    __m256 coef[4][4];
-    __m256 offset[4];
+    ColorVectors c;
     for (int o = 0; o < 4; ++o) {
         for (int k = 0; k < 4; ++k)
-            coef[o][k] = _mm256_set1_ps(p.coef[o][k]);
-        offset[o] = _mm256_set1_ps(p.offset[o]);
+            c.coef[o][k] = _mm256_set1_ps(p.coef[o][k]);
+        c.offset[o] = _mm256_set1_ps(p.offset[o]);
     }
-    const std::uint8_t* lut = p.gamma ? p.lut.data() : nullptr;
-    const int outputs = p.alphaAlone ? 3 : 4;
-    const int inputs = p.alphaAlone ? 3 : 4;
-    const __m256i alphaMask = _mm256_set1_epi32(int(0xFF000000u));
+    const std::uint8_t* lut = p.lut.data();
     alignas(32) std::int32_t index[3][kBlock];
     std::size_t i = 0;
     while (i + 8 <= n) {
-        const std::size_t blockEnd = i + std::min(kBlock, (n - i) / 8 * 8);
         const std::size_t blockStart = i;
+        const std::size_t blockEnd = i + std::min(kBlock, (n - i) / 8 * 8);
         for (; i < blockEnd; i += 8) {
             const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
             const __m256 in[4] = {
@@ -155,27 +168,29 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
                 _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
                 _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
                 _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
-            __m256i out = p.alphaAlone ? _mm256_and_si256(v, alphaMask) : _mm256_setzero_si256();
-            for (int o = 0; o < outputs; ++o) {
-                __m256 s = _mm256_mul_ps(in[0], coef[o][0]);
-                s = _mm256_add_ps(s, _mm256_mul_ps(in[1], coef[o][1]));
-                s = _mm256_add_ps(s, _mm256_mul_ps(in[2], coef[o][2]));
-                if (inputs == 4)
-                    s = _mm256_add_ps(s, _mm256_mul_ps(in[3], coef[o][3]));
-                s = _mm256_add_ps(s, offset[o]);
-                s = _mm256_min_ps(_mm256_max_ps(s, zero), top);
-                if (lut && o < 3) {
+            // Alpha as a byte in the lowest 8 bits of each lane.
+            __m256i alpha = _mm256_srli_epi32(v, 24);
+            if (!AlphaAlone)
+                alpha = _mm256_cvttps_epi32(_mm256_add_ps(MatrixRow<false>(in, c, 3), half));
+            if (Gamma) {
+                for (int o = 0; o < 3; ++o)
                     _mm256_store_si256(
                         reinterpret_cast<__m256i*>(&index[o][i - blockStart]),
-                        _mm256_cvttps_epi32(_mm256_add_ps(_mm256_mul_ps(s, steps), half)));
-                } else {
-                    const __m256i q = _mm256_cvttps_epi32(_mm256_add_ps(s, half));
-                    out = _mm256_or_si256(out, _mm256_slli_epi32(q, 8 * o));
+                        _mm256_cvttps_epi32(_mm256_add_ps(
+                            _mm256_mul_ps(MatrixRow<AlphaAlone>(in, c, o), steps), half)));
+                _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i),
+                                    _mm256_slli_epi32(alpha, 24));
+            } else {
+                __m256i out = _mm256_slli_epi32(alpha, 24);
+                for (int o = 0; o < 3; ++o) {
+                    const __m256 s = MatrixRow<AlphaAlone>(in, c, o);
+                    out = _mm256_or_si256(
+                        out, _mm256_slli_epi32(_mm256_cvttps_epi32(_mm256_add_ps(s, half)), 8 * o));
                 }
+                _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i), out);
             }
-            _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i), out);
         }
-        if (lut) {
+        if (Gamma) {
             std::uint32_t* q = px + blockStart;
             for (std::size_t j = 0; j < blockEnd - blockStart; ++j)
                 q[j] |= std::uint32_t(lut[index[0][j]]) | std::uint32_t(lut[index[1][j]]) << 8 |
@@ -183,6 +198,12 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
         }
     }
     return i;
+}
+
+std::size_t ColorVector(std::uint32_t* px, std::size_t n, const ColorTransform& p) {
+    if (p.gamma)
+        return p.alphaAlone ? ColorAvx2<true, true>(px, n, p) : ColorAvx2<true, false>(px, n, p);
+    return p.alphaAlone ? ColorAvx2<false, true>(px, n, p) : ColorAvx2<false, false>(px, n, p);
 }
 #endif
 
@@ -218,7 +239,7 @@ void ColorTransform::Apply(std::uint8_t* pixels, std::size_t count, PixelPath pa
     std::size_t done = 0;
 #if defined(__x86_64__) || defined(__i386__)
     if (UseAvx2(path))
-        done = ColorAvx2(px, count, *this);
+        done = ColorVector(px, count, *this);
 #endif
     ColorScalar(px + done, count - done, *this);
 }
