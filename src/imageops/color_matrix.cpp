@@ -123,10 +123,11 @@ void ColorScalar(std::uint32_t* px, std::size_t n, const ColorTransform& p) {
 struct ColorVectors {
     __m256 coef[4][4];
     __m256 offset[4];
+    __m256 top[4]; // the upper limit of each output
 };
 
 // Output byte o of eight pixels before rounding: the matrix row, limited to
-// 0..255, in the operation order of ColorPixel.
+// 0..top, in the operation order of ColorPixel.
 template <bool AlphaAlone>
 __attribute__((target("avx2"))) inline __m256 MatrixRow(const __m256 (&in)[4],
                                                         const ColorVectors& c, int o) {
@@ -136,7 +137,7 @@ __attribute__((target("avx2"))) inline __m256 MatrixRow(const __m256 (&in)[4],
     if (!AlphaAlone) // else the alpha weight is 0 and adds nothing
         s = _mm256_add_ps(s, _mm256_mul_ps(in[3], c.coef[o][3]));
     s = _mm256_add_ps(s, c.offset[o]);
-    return _mm256_min_ps(_mm256_max_ps(s, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
+    return _mm256_min_ps(_mm256_max_ps(s, _mm256_setzero_ps()), c.top[o]);
 }
 
 // Eight pixels at a time. With a gamma curve the table indices of a block of
@@ -148,13 +149,26 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
     constexpr std::size_t kBlock = 64;
     const __m256i byteMask = _mm256_set1_epi32(255);
     const __m256 half = _mm256_set1_ps(0.5f);
-    const __m256 steps = _mm256_set1_ps(float(kGammaSteps));
+    // With the curve, colours are wanted in table steps (v * 64). Scaling
+    // the weights, the offset and the limit by 64 instead gives the same
+    // floats, since a power of two scales every rounding step exactly.
+    const float scale = Gamma ? float(kGammaSteps) : 1.0f;
     ColorVectors c;
     for (int o = 0; o < 4; ++o) {
+        const float s = o < 3 ? scale : 1.0f;
         for (int k = 0; k < 4; ++k)
-            c.coef[o][k] = _mm256_set1_ps(p.coef[o][k]);
-        c.offset[o] = _mm256_set1_ps(p.offset[o]);
+            c.coef[o][k] = _mm256_set1_ps(p.coef[o][k] * s);
+        c.offset[o] = _mm256_set1_ps(p.offset[o] * s);
+        c.top[o] = _mm256_set1_ps(255.0f * s);
     }
+    // Red and green moved to the low byte of their pixel's lane, the rest
+    // zero (byte shuffles count within each 16-byte half).
+    const __m256i redByte =
+        _mm256_setr_epi8(2, -1, -1, -1, 6, -1, -1, -1, 10, -1, -1, -1, 14, -1, -1, -1, 2, -1, -1,
+                         -1, 6, -1, -1, -1, 10, -1, -1, -1, 14, -1, -1, -1);
+    const __m256i greenByte =
+        _mm256_setr_epi8(1, -1, -1, -1, 5, -1, -1, -1, 9, -1, -1, -1, 13, -1, -1, -1, 1, -1, -1, -1,
+                         5, -1, -1, -1, 9, -1, -1, -1, 13, -1, -1, -1);
     const std::uint8_t* lut = p.lut.data();
     alignas(32) std::int32_t index[3][kBlock];
     std::size_t i = 0;
@@ -163,11 +177,10 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
         const std::size_t blockEnd = i + std::min(kBlock, (n - i) / 8 * 8);
         for (; i < blockEnd; i += 8) {
             const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(px + i));
-            const __m256 in[4] = {
-                _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 16), byteMask)),
-                _mm256_cvtepi32_ps(_mm256_and_si256(_mm256_srli_epi32(v, 8), byteMask)),
-                _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
-                _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
+            const __m256 in[4] = {_mm256_cvtepi32_ps(_mm256_shuffle_epi8(v, redByte)),
+                                  _mm256_cvtepi32_ps(_mm256_shuffle_epi8(v, greenByte)),
+                                  _mm256_cvtepi32_ps(_mm256_and_si256(v, byteMask)),
+                                  _mm256_cvtepi32_ps(_mm256_srli_epi32(v, 24))};
             // Alpha as a byte in the lowest 8 bits of each lane.
             __m256i alpha = _mm256_srli_epi32(v, 24);
             if (!AlphaAlone)
@@ -176,8 +189,7 @@ __attribute__((target("avx2"))) std::size_t ColorAvx2(std::uint32_t* px, std::si
                 for (int o = 0; o < 3; ++o)
                     _mm256_store_si256(
                         reinterpret_cast<__m256i*>(&index[o][i - blockStart]),
-                        _mm256_cvttps_epi32(_mm256_add_ps(
-                            _mm256_mul_ps(MatrixRow<AlphaAlone>(in, c, o), steps), half)));
+                        _mm256_cvttps_epi32(_mm256_add_ps(MatrixRow<AlphaAlone>(in, c, o), half)));
                 _mm256_storeu_si256(reinterpret_cast<__m256i*>(px + i),
                                     _mm256_slli_epi32(alpha, 24));
             } else {

@@ -132,6 +132,11 @@ TEST(ColorMatrix, VectorPathGivesTheScalarBytes) {
             MultiplyMatrix(m, GrayscaleMatrix());
         if (round % 4 == 1)
             MultiplyMatrix(m, NegativeMatrix());
+        if (round % 5 == 2) { // alpha that depends on red, and a colour on alpha
+            m.m[0][3] = 0.25f;
+            m.m[3][3] = 0.5f;
+            m.m[3][1] = 0.125f;
+        }
         const float gamma = round % 2 ? 1.0f : 1.05f + step(rng);
         const Bitmap source = test::RandomPicture(37 + round, 11, 100 + round);
         Bitmap fast = test::Copy(source), plain = test::Copy(source);
