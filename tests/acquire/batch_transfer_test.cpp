@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "acquire_fixture.h"
@@ -19,32 +18,25 @@ struct BatchResult {
     std::string out, err;
 };
 
+std::string Quote(const std::string& s) {
+    std::string q = "'";
+    for (char c : s)
+        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
 // Runs tivox-batch with the arguments, stdin from /dev/null.
-BatchResult Batch(const TempDir& dir, std::vector<std::string> args) {
-    const std::string outPath = dir.File("batch.out"), errPath = dir.File("batch.err");
-    args.insert(args.begin(), TIVOX_BATCH_EXE);
-    const pid_t pid = fork();
-    if (pid == 0) {
-        const int in = open("/dev/null", O_RDONLY);
-        const int out = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int err = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dup2(in, 0);
-        dup2(out, 1);
-        dup2(err, 2);
-        std::vector<char*> argv;
-        for (std::string& a : args)
-            argv.push_back(a.data());
-        argv.push_back(nullptr);
-        execv(argv[0], argv.data());
-        _exit(127);
-    }
+BatchResult Batch(const TempDir& dir, const std::vector<std::string>& args) {
+    std::string command = Quote(TIVOX_BATCH_EXE);
+    for (const std::string& a : args)
+        command += " " + Quote(a);
+    command += " </dev/null >" + Quote(dir.File("out")) + " 2>" + Quote(dir.File("err"));
+    const int rc = std::system(command.c_str());
     BatchResult run;
-    int status = 0;
-    if (waitpid(pid, &status, 0) == pid && WIFEXITED(status))
-        run.status = WEXITSTATUS(status);
+    run.status = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
     Bytes out, err;
-    ReadFile(outPath, out);
-    ReadFile(errPath, err);
+    ReadFile(dir.File("out"), out);
+    ReadFile(dir.File("err"), err);
     run.out.assign(out.begin(), out.end());
     run.err.assign(err.begin(), err.end());
     return run;

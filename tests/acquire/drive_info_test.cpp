@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <sys/statvfs.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -16,37 +15,24 @@ namespace {
 namespace fs = std::filesystem;
 
 // A small machine: a card reader with a card, a second reader without one, a
-// USB stick, a fixed disc, a floppy, a CD, tmpfs, nfs, a vanished mount
-// point, and the kernel's own file systems.
+// USB stick that calls itself fixed, a fixed disc, a floppy, a CD, tmpfs,
+// nfs, a vanished mount point, and the kernel's own file systems.
 class FakeMachine {
 public:
     FakeMachine() {
-        sources.mountInfo = dir.File("mountinfo");
-        sources.sysfs = dir.File("sys");
-        sources.labels = dir.File("by-label");
+        sources = {dir.File("mountinfo"), dir.File("sys"), dir.File("by-label")};
         MakeFolder(sources.labels);
-        const std::string usb = "devices/pci0000:00/0000:00:14.0/usb1/1-1/1-1:1.0/host6/"
-                                "target6:0:0/6:0:0:0/block/";
-        Disc(usb + "sdb", "8:16", "1", "31116288");
-        Partition(usb + "sdb", "sdb1", "8:17");
-        Disc(usb + "sdc", "8:32", "1", "0");
-        Disc("devices/pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host7/target7:0:0/7:0:0:0/"
-             "block/sdd",
-             "8:48", "0", "15000000");
-        Partition("devices/pci0000:00/0000:00:14.0/usb2/2-1/2-1:1.0/host7/target7:0:0/7:0:0:0/"
-                  "block/sdd",
-                  "sdd1", "8:49");
-        Disc("devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda", "8:0", "0",
-             "500000000");
-        Partition("devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda",
-                  "sda2", "8:2");
-        Disc("devices/platform/floppy.0/block/fd0", "2:0", "1", "2880");
-        Disc("devices/pci0000:00/0000:00:17.0/ata2/host1/target1:0:0/1:0:0:0/block/sr0", "11:0",
-             "1", "1000");
+        MakeFolder(sources.sysfs + "/dev/block");
+        Disc("usb1/block/sdb", "8:16", "1", "31116288", "sdb1", "8:17");
+        Disc("usb1/block/sdc", "8:32", "1", "0");
+        Disc("usb2/block/sdd", "8:48", "0", "15000000", "sdd1", "8:49");
+        Disc("ata1/block/sda", "8:0", "0", "500000000", "sda2", "8:2");
+        Disc("platform/block/fd0", "2:0", "1", "2880");
+        Disc("ata2/block/sr0", "11:0", "1", "1000");
         for (const char* d : {"sdb1", "sdc", "sdd1", "sda2", "fd0", "sr0"})
-            PutFile(dir.File(std::string("dev/") + d), "");
-        Label("CARD", "sdb1");
-        Label("MY\\x20STICK", "sdd1");
+            PutFile(Dev(d), "");
+        fs::create_symlink(Dev("sdb1"), sources.labels + "/CARD");
+        fs::create_symlink(Dev("sdd1"), sources.labels + "/MY\\x20STICK");
 
         std::string table;
         auto row = [&](const char* device, const std::string& point, const char* type,
@@ -56,20 +42,19 @@ public:
         };
         row("0:22", "/proc", "proc", "proc");
         row("0:23", "/sys/fs/cgroup", "cgroup2", "cgroup2");
-        row("8:2", Mount("disc"), "ext4", dev("sda2"));
-        row("8:17", Mount("card"), "vfat", dev("sdb1"));
-        row("8:32", Mount("reader"), "vfat", dev("sdc"));
-        row("8:49", Mount("my\\040stick", "my stick"), "exfat", dev("sdd1"));
+        row("8:2", Mount("disc"), "ext4", Dev("sda2"));
+        row("8:17", Mount("card"), "vfat", Dev("sdb1"));
+        row("8:32", Mount("reader"), "vfat", Dev("sdc"));
+        row("8:49", Mount("my\\040stick", "my stick"), "exfat", Dev("sdd1"));
         row("2:0", Mount("floppy"), "vfat", "/dev/fd0");
-        row("11:0", Mount("cdrom"), "iso9660", dev("sr0"));
+        row("11:0", Mount("cdrom"), "iso9660", Dev("sr0"));
         row("0:40", Mount("ram"), "tmpfs", "tmpfs");
         row("0:41", Mount("net"), "nfs4", "server:/export/photos");
-        row("8:17", dir.File("m/gone"), "vfat", dev("sdb1"));
+        row("8:17", dir.File("m/gone"), "vfat", Dev("sdb1"));
         PutFile(sources.mountInfo, table);
     }
 
     std::string MountPoint(const std::string& name) const { return dir.File("m/" + name); }
-
     CDriveInfo Inspect(const std::string& name) const {
         CDriveInfo drive;
         drive.m_root = MountPoint(name);
@@ -81,31 +66,26 @@ public:
     DriveSources sources;
 
 private:
-    std::string dev(const char* name) const { return dir.File(std::string("dev/") + name); }
+    std::string Dev(const char* name) const { return dir.File(std::string("dev/") + name); }
     // The mount point as the table writes it; the folder is made under its real name.
     std::string Mount(const std::string& escaped, const std::string& real = "") {
-        MakeFolder(dir.File("m/" + (real.empty() ? escaped : real)));
-        return dir.File("m/" + escaped);
+        MakeFolder(MountPoint(real.empty() ? escaped : real));
+        return MountPoint(escaped);
     }
-    void Disc(const std::string& path, const char* number, const char* removable,
-              const char* size) {
-        const std::string full = sources.sysfs + "/" + path;
+    void Disc(const std::string& path, const char* number, const char* removable, const char* size,
+              const char* partition = nullptr, const char* partNumber = "") {
+        const std::string full = sources.sysfs + "/devices/" + path;
         PutFile(full + "/removable", std::string(removable) + "\n");
         PutFile(full + "/size", std::string(size) + "\n");
         Link(full, number);
-    }
-    void Partition(const std::string& disc, const char* name, const char* number) {
-        const std::string full = sources.sysfs + "/" + disc + "/" + name;
-        PutFile(full + "/partition", "1\n");
-        Link(full, number);
+        if (partition) {
+            PutFile(full + "/" + partition + "/partition", "1\n");
+            Link(full + "/" + partition, partNumber);
+        }
     }
     void Link(const std::string& target, const char* number) {
-        MakeFolder(sources.sysfs + "/dev/block");
         fs::create_symlink(fs::relative(target, sources.sysfs + "/dev/block"),
                            sources.sysfs + "/dev/block/" + number);
-    }
-    void Label(const std::string& label, const char* device) {
-        fs::create_symlink(dev(device), sources.labels + "/" + label);
     }
 };
 
@@ -147,20 +127,15 @@ TEST(DriveInfo, TypesFromTheMountTableAndSysfs) {
             EXPECT_EQ(drive.m_totalBytes, 0u);
         }
     }
-}
 
-TEST(DriveInfo, DescriptionOfADiscHasFourLinesWithGroupedNumbers) {
-    FakeMachine machine;
-    const CDriveInfo drive = machine.Inspect("disc");
+    // Four lines, the numbers grouped.
+    const CDriveInfo disc = machine.Inspect("disc");
     struct statvfs st {};
     ASSERT_EQ(statvfs(machine.MountPoint("disc").c_str(), &st), 0);
-    const std::uint64_t total = std::uint64_t(st.f_blocks) * st.f_frsize;
-    EXPECT_EQ(drive.m_totalBytes, total);
-    std::string grouped = std::to_string(total);
-    GroupDigits(grouped);
-    const std::string expected = "Hard Disc\n\nBytes total: " + grouped + "\nBytes free: ";
-    EXPECT_EQ(drive.m_description.substr(0, expected.size()), expected);
-    EXPECT_EQ(drive.m_description.find('\n', expected.size()), std::string::npos);
+    EXPECT_EQ(disc.m_totalBytes, std::uint64_t(st.f_blocks) * st.f_frsize);
+    const std::string head = "Hard Disc\n\n" + disc.GetTotalText() + "\nBytes free: ";
+    EXPECT_EQ(disc.m_description.substr(0, head.size()), head);
+    EXPECT_EQ(disc.m_description.find('\n', head.size()), std::string::npos);
 }
 
 TEST(DriveInfo, GroupDigitsAndTexts) {
@@ -192,19 +167,13 @@ TEST(DriveInfo, ListShowsTheUsersVolumesWithTheirLabels) {
     for (const CDriveInfo& d : ListDrives(machine.sources))
         texts.push_back(GetListText(d));
     const auto m = [&](const char* n) { return machine.MountPoint(n); };
-    const std::vector<std::string> expected = {m("disc"),   m("card") + "  (CARD)",
-                                               m("reader"), m("my stick") + "  (MY STICK)",
-                                               m("floppy"), m("cdrom"),
-                                               m("ram"),    m("net"),
-                                               m("gone")};
-    EXPECT_EQ(texts, expected);
-}
+    EXPECT_EQ(texts, (std::vector<std::string>{m("disc"), m("card") + "  (CARD)", m("reader"),
+                                               m("my stick") + "  (MY STICK)", m("floppy"),
+                                               m("cdrom"), m("ram"), m("net"), m("gone")}));
 
-TEST(DriveInfo, ALaterMountHidesTheEarlierOneAndAMissingTableListsNothing) {
-    FakeMachine machine;
-    PutFile(machine.sources.mountInfo, "30 1 8:2 / " + machine.MountPoint("card") +
-                                           " rw - ext4 /dev/x rw\n" + "garbage line\n" +
-                                           "31 1 0:40 / " + machine.MountPoint("card") +
+    // A later mount on the same point hides the earlier one; bad lines are skipped.
+    PutFile(machine.sources.mountInfo, "30 1 8:2 / " + m("card") + " rw - ext4 /dev/x rw\n" +
+                                           "garbage line\n" + "31 1 0:40 / " + m("card") +
                                            " rw - tmpfs tmpfs rw\n");
     const auto drives = ListDrives(machine.sources);
     ASSERT_EQ(drives.size(), 1u);

@@ -5,56 +5,38 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <utility>
-
 #include "acquire/file_walker.h"
 #include "acquire_fixture.h"
 
 namespace tivox::test {
 namespace {
 
-// Records what the walker hands to OnFile.
+using Names = std::vector<std::string>;
+
 class RecordingWalker : public CFileWalker {
 public:
     using CFileWalker::CFileWalker;
-    std::vector<std::pair<std::string, int>> calls;
+    Names calls; // name and running number
     void OnFile(const CFileFind& finder, int number) override {
-        calls.emplace_back(finder.GetFileName(), number);
+        calls.push_back(finder.GetFileName() + " " + std::to_string(number));
     }
 };
 
-TEST(FileWalker, RunningNumbersRestartInEachSubFolder) {
+TEST(FileWalker, FilterAndRunningNumbersThatRestartInEachSubFolder) {
     TempDir dir;
-    PutFile(dir.File("a.jpg"), "a");
-    PutFile(dir.File("s/b.jpg"), "b");
-    PutFile(dir.File("s/c.jpg"), "c");
-    PutFile(dir.File("t/u/e.jpg"), "e");
-    PutFile(dir.File("z.jpg"), "d");
-    RecordingWalker walker(".jpg");
-    EXPECT_EQ(walker.Walk(dir.path()), 5);
-    const std::vector<std::pair<std::string, int>> expected = {
-        {"a.jpg", 1}, {"b.jpg", 1}, {"c.jpg", 2}, {"e.jpg", 1}, {"z.jpg", 5}};
-    EXPECT_EQ(walker.calls, expected);
-}
-
-TEST(FileWalker, FilterLooksAtTheLastFourCharactersOnly) {
-    TempDir dir;
-    for (const char* name :
-         {"IMG_1.JPG", "IMG_2.jpg", "IMG_3.jpeg", "MVI_4.AVI", ".jpg", "notes.txt", "x.Jpg"})
+    for (const char* name : {".jpg", "a.jpg", "IMG_3.jpeg", "notes.txt", "s/b.jpg", "s/c.jpg",
+                             "s/MVI_4.AVI", "t/u/e.JPG", "x.Jpg", "z.jpg"})
         PutFile(dir.File(name), "x");
     MakeFolder(dir.File("holiday.jpg"));
     RecordingWalker walker(".jpg");
-    EXPECT_EQ(walker.Walk(dir.path()), 4);
-    std::vector<std::string> names;
-    for (const auto& c : walker.calls)
-        names.push_back(c.first);
-    EXPECT_EQ(names, (std::vector<std::string>{".jpg", "IMG_1.JPG", "IMG_2.jpg", "x.Jpg"}));
-
-    RecordingWalker all("");
-    EXPECT_EQ(all.Walk(dir.path()), 7);
+    EXPECT_EQ(walker.Walk(dir.path()), 7);
+    // The parent's count jumps by the sub-folder's total.
+    EXPECT_EQ(walker.calls,
+              (Names{".jpg 1", "a.jpg 2", "b.jpg 1", "c.jpg 2", "e.JPG 1", "x.Jpg 6", "z.jpg 7"}));
+    EXPECT_EQ(RecordingWalker("").Walk(dir.path()), 10);
 }
 
-TEST(FileWalker, EmptyMissingAndLinkedFoldersGiveNothing) {
+TEST(FileWalker, EmptyMissingClosedAndLinkedFolders) {
     TempDir dir;
     MakeFolder(dir.File("empty"));
     RecordingWalker walker(".jpg");
@@ -64,17 +46,15 @@ TEST(FileWalker, EmptyMissingAndLinkedFoldersGiveNothing) {
     PutFile(dir.File("loop/a.jpg"), "a");
     ASSERT_EQ(symlink("..", dir.File("loop/up").c_str()), 0);
     EXPECT_EQ(walker.Walk(dir.File("loop")), 1);
-}
 
-TEST(FileWalker, FolderThatCannotBeEnteredCountsAsEmpty) {
-    TempDir dir;
+    // A folder that can't be entered counts as empty. Root enters every
+    // folder, so the walk runs as an ordinary user.
     PutFile(dir.File("card/open/a.jpg"), "a");
     PutFile(dir.File("card/closed/b.jpg"), "b");
     PutFile(dir.File("card/c.jpg"), "c");
     OpenToAll(dir.path());
     chmod(dir.File("card/closed").c_str(), 0);
     const std::string card = dir.File("card");
-    // Root enters every folder; the walk runs as an ordinary user.
     const int count = RunInChild({true, -1}, [&] { return CFileWalker(".jpg").Walk(card); });
     chmod(dir.File("card/closed").c_str(), 0755);
     EXPECT_EQ(count, 2);
@@ -83,32 +63,28 @@ TEST(FileWalker, FolderThatCannotBeEnteredCountsAsEmpty) {
 TEST(FileWalker, DeleteFolderContentsEmptiesTheTreeButKeepsTheFolder) {
     TempDir dir;
     PutFile(dir.File("p/a.jpg"), "a");
-    PutFile(dir.File("p/notes.txt"), "n");
     PutFile(dir.File("p/sub/deeper/b.jpg"), "b");
     PutFile(dir.File("outside.jpg"), "o");
     MakeFolder(dir.File("p/empty"));
     // A link is removed, what it points to stays.
     ASSERT_EQ(symlink(dir.path().c_str(), dir.File("p/link").c_str()), 0);
     EXPECT_EQ(DeleteFolderContents(dir.File("p")), 0);
-    EXPECT_TRUE(TreeNames(dir.File("p")).empty());
-    EXPECT_TRUE(PathExists(dir.File("outside.jpg")));
+    EXPECT_EQ(TreeNames(dir.path()), (Names{"outside.jpg", "p/"}));
     EXPECT_EQ(DeleteFolderContents(dir.File("missing")), 0);
-}
 
-TEST(FileWalker, DeleteFolderContentsCountsAFileThatStaysAndItsFolder) {
-    TempDir dir;
+    // A file that can't go is counted, and so is its folder.
     PutFile(dir.File("p/a.jpg"), "a");
     PutFile(dir.File("p/locked/b.jpg"), "b");
     OpenToAll(dir.path());
-    chmod(dir.File("p/locked").c_str(), 0555); // b.jpg can't be unlinked by others
+    chmod(dir.File("p/locked").c_str(), 0555);
     const std::string p = dir.File("p");
     const int failures = RunInChild({true, -1}, [&] { return DeleteFolderContents(p); });
     chmod(dir.File("p/locked").c_str(), 0755);
     EXPECT_EQ(failures, 2);
-    EXPECT_EQ(TreeNames(p), (std::vector<std::string>{"locked/", "locked/b.jpg"}));
+    EXPECT_EQ(TreeNames(p), (Names{"locked/", "locked/b.jpg"}));
 }
 
-TEST(PathHelpers, SplitFolderPath) {
+TEST(PathHelpers, SplitStripAndAppend) {
     struct Case {
         const char* path;
         bool ok;
@@ -125,46 +101,45 @@ TEST(PathHelpers, SplitFolderPath) {
         {"Photos", false, "Photos", "unchanged"},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(c.path);
         std::string parent = "unchanged", name = "unchanged";
-        EXPECT_EQ(SplitFolderPath(c.path, parent, name), c.ok) << c.path;
-        EXPECT_EQ(parent, c.parent) << c.path;
-        EXPECT_EQ(name, c.name) << c.path;
+        EXPECT_EQ(SplitFolderPath(c.path, parent, name), c.ok);
+        EXPECT_EQ(parent, c.parent);
+        EXPECT_EQ(name, c.name);
     }
-}
-
-TEST(PathHelpers, StripAppendAndExists) {
-    std::string p = "/a.b/c";
-    StripExtension(p);
-    EXPECT_EQ(p, "/a");
-    p = "/x/IMG_1.tar.jpg";
-    StripExtension(p);
-    EXPECT_EQ(p, "/x/IMG_1.tar");
-
+    for (auto [in, out] : {std::pair{"/a.b/c", "/a"}, {"/x/IMG_1.tar.jpg", "/x/IMG_1.tar"}}) {
+        std::string s = in;
+        StripExtension(s);
+        EXPECT_EQ(s, out);
+    }
     for (auto [in, out] : {std::pair{"", ""}, {"/", "/"}, {"/a", "/a/"}, {"/a/", "/a/"}}) {
         std::string s = in;
         AppendBackslash(s);
         EXPECT_EQ(s, out);
     }
-
-    TempDir dir;
-    PutFile(dir.File("f.jpg"), "x");
-    EXPECT_TRUE(PathExists(dir.path()));
-    EXPECT_TRUE(PathExists(dir.File("f.jpg")));
-    EXPECT_FALSE(PathExists(dir.path() + "/"));
-    EXPECT_FALSE(PathExists("/"));
-    EXPECT_FALSE(PathExists(dir.File("missing")));
 }
 
-TEST(PathHelpers, CountFilesAndFolderHasFilesLookOnlyIntoTheFolder) {
+TEST(PathHelpers, ExistsAndCountsLookOnlyWhereTheyShould) {
     TempDir dir;
     PutFile(dir.File("p/a.JPG"), "a");
     PutFile(dir.File("p/b.jpg"), "b");
     PutFile(dir.File("p/c.txt"), "c");
     PutFile(dir.File("p/sub/d.jpg"), "d");
+    PutFile(dir.File("p/sub/deeper/e"), "e");
     MakeFolder(dir.File("p/e.jpg"));
+    EXPECT_TRUE(PathExists(dir.path()));
+    EXPECT_TRUE(PathExists(dir.File("p/a.JPG")));
+    EXPECT_FALSE(PathExists(dir.path() + "/"));
+    EXPECT_FALSE(PathExists("/"));
+    EXPECT_FALSE(PathExists(dir.File("missing")));
+
     EXPECT_EQ(CountFiles(dir.File("p"), "*.jpg"), 2);
     EXPECT_EQ(CountFiles(dir.File("p"), "*"), 3);
     EXPECT_EQ(CountFiles(dir.File("missing"), "*"), 0);
+    const FolderContents all = CountFolderContents(dir.File("p"));
+    EXPECT_EQ(all.files, 5);
+    EXPECT_EQ(all.folders, 3);
+    EXPECT_TRUE(CountFolderContents(dir.File("missing")).Empty());
 
     EXPECT_TRUE(FolderHasFiles(dir.File("p"), ".jpg"));
     EXPECT_TRUE(FolderHasFiles(dir.File("p"), ""));
@@ -176,18 +151,6 @@ TEST(PathHelpers, CountFilesAndFolderHasFilesLookOnlyIntoTheFolder) {
     ASSERT_EQ(chdir(dir.File("p").c_str()), 0);
     EXPECT_FALSE(FolderHasFiles(dir.File("missing"), ".jpg"));
     ASSERT_EQ(chdir("/"), 0);
-}
-
-TEST(PathHelpers, CountFolderContentsCountsEveryLevel) {
-    TempDir dir;
-    PutFile(dir.File("p/a.jpg"), "a");
-    PutFile(dir.File("p/x/b.txt"), "b");
-    PutFile(dir.File("p/x/y/c"), "c");
-    MakeFolder(dir.File("p/z"));
-    const FolderContents c = CountFolderContents(dir.File("p"));
-    EXPECT_EQ(c.files, 3);
-    EXPECT_EQ(c.folders, 3);
-    EXPECT_TRUE(CountFolderContents(dir.File("missing")).Empty());
 }
 
 } // namespace
