@@ -25,57 +25,50 @@ int RunBatch(const std::string& args) {
 class BatchPhotos : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::filesystem::create_directory(dir.File("in"));
-        std::filesystem::create_directory(dir.File("out"));
+        std::filesystem::create_directory(in);
+        std::filesystem::create_directory(out);
         test::TestJpegOptions o;
         o.width = 96;
         o.height = 64;
-        ASSERT_TRUE(test::WriteFile(dir.File("in/a.jpg"), test::MakeJpeg(o)));
-        o.width = 64;
-        o.height = 96;
-        ASSERT_TRUE(test::WriteFile(dir.File("in/b.JPG"), test::MakeJpeg(o)));
+        ASSERT_TRUE(test::WriteFile(in + "/a.jpg", test::MakeJpeg(o)));
+        std::swap(o.width, o.height);
+        ASSERT_TRUE(test::WriteFile(in + "/b.JPG", test::MakeJpeg(o)));
+    }
+    Bitmap ReadPnm(const std::string& path) {
+        Bitmap b;
+        std::string error;
+        EXPECT_TRUE(ReadPnmFile(path, b, error)) << error;
+        return b;
     }
     test::TempDir dir;
+    const std::string in = dir.File("in"), out = dir.File("out");
 };
 
 TEST_F(BatchPhotos, ThumbsWritesTheWorkersPictures) {
-    ASSERT_EQ(RunBatch("thumbs " + dir.File("in") + " --box 48x48 --out " + dir.File("out") +
-                       " --ext ppm"),
-              0);
-    Bitmap a, b;
-    std::string error;
-    ASSERT_TRUE(ReadPnmFile(dir.File("out/a.ppm"), a, error)) << error;
-    ASSERT_TRUE(ReadPnmFile(dir.File("out/b.ppm"), b, error)) << error;
+    ASSERT_EQ(RunBatch("thumbs " + in + " --box 48x48 --out " + out + " --ext ppm"), 0);
+    const Bitmap a = ReadPnm(out + "/a.ppm"), b = ReadPnm(out + "/b.ppm");
     EXPECT_EQ(a.Width(), 48);
     EXPECT_EQ(a.Height(), 32);
     EXPECT_EQ(b.Width(), 32);
     // The same pixels as the photo object makes.
     CPhoto photo;
-    photo.SetPath(dir.File("in/a.jpg"));
+    photo.SetPath(in + "/a.jpg");
     Bitmap* thumb = photo.MakeThumbnail({48, 48});
     EXPECT_EQ(0, std::memcmp(thumb->Data(), a.Data(), a.ByteSize()));
-    EXPECT_EQ(RunBatch("thumbs " + dir.File("in") + " --out " + dir.File("out")), 2);
+    EXPECT_EQ(RunBatch("thumbs " + in + " --out " + out), 2);
 }
 
 TEST_F(BatchPhotos, ShowReadsPpmAndWritesPam) {
-    ASSERT_EQ(RunBatch("show " + dir.File("in/a.jpg") + " --screen 192x192 --out " +
-                       dir.File("out/s.ppm")),
-              0);
-    ASSERT_EQ(RunBatch("show " + dir.File("out/s.ppm") + " --screen 96x96 --out " +
-                       dir.File("out/t.pam")),
-              0);
-    Bitmap t;
-    std::string error;
-    ASSERT_TRUE(ReadPnmFile(dir.File("out/t.pam"), t, error)) << error;
+    ASSERT_EQ(RunBatch("show " + in + "/a.jpg --screen 192x192 --out " + out + "/s.ppm"), 0);
+    ASSERT_EQ(RunBatch("show " + out + "/s.ppm --screen 96x96 --out " + out + "/t.pam"), 0);
+    const Bitmap t = ReadPnm(out + "/t.pam");
     EXPECT_EQ(t.Width(), 96);
     EXPECT_EQ(t.Height(), 64);
-    EXPECT_EQ(RunBatch("show " + dir.File("in/missing.jpg") + " --screen 96x96 --out " +
-                       dir.File("out/u.jpg")),
-              1);
+    EXPECT_EQ(RunBatch("show " + in + "/missing.jpg --screen 96x96 --out " + out + "/u.jpg"), 1);
 }
 
 TEST_F(BatchPhotos, TransformTurnsFilesInPlace) {
-    const std::string file = dir.File("in/a.jpg");
+    const std::string file = in + "/a.jpg";
     ASSERT_EQ(RunBatch("transform right " + file), 0);
     CPhoto photo;
     photo.SetPath(file);
@@ -89,7 +82,7 @@ TEST_F(BatchPhotos, TransformTurnsFilesInPlace) {
     ASSERT_TRUE(test::ReadFile(file, again));
     EXPECT_EQ(once, again);
     EXPECT_EQ(RunBatch("transform spin " + file), 2);
-    EXPECT_EQ(RunBatch("transform 180 " + dir.File("in/missing.jpg")), 1);
+    EXPECT_EQ(RunBatch("transform 180 " + in + "/missing.jpg"), 1);
 }
 
 } // namespace
