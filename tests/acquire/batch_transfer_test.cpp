@@ -5,7 +5,7 @@
 
 #include <sys/wait.h>
 
-#include <cstdlib>
+#include <cstdio>
 #include <filesystem>
 
 #include "acquire_fixture.h"
@@ -13,33 +13,18 @@
 namespace tivox::test {
 namespace {
 
-struct BatchResult {
-    int status = -1;
-    std::string out, err;
-};
-
-std::string Quote(const std::string& s) {
-    std::string q = "'";
-    for (char c : s)
-        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-// Runs tivox-batch with the arguments, stdin from /dev/null.
-BatchResult Batch(const TempDir& dir, const std::vector<std::string>& args) {
-    std::string command = Quote(TIVOX_BATCH_EXE);
+// Runs tivox-batch with stdin from /dev/null; gives its exit status and
+// what it printed on both channels.
+int Batch(const std::vector<std::string>& args, std::string& printed) {
+    std::string command = TIVOX_BATCH_EXE;
     for (const std::string& a : args)
-        command += " " + Quote(a);
-    command += " </dev/null >" + Quote(dir.File("out")) + " 2>" + Quote(dir.File("err"));
-    const int rc = std::system(command.c_str());
-    BatchResult run;
-    run.status = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
-    Bytes out, err;
-    ReadFile(dir.File("out"), out);
-    ReadFile(dir.File("err"), err);
-    run.out.assign(out.begin(), out.end());
-    run.err.assign(err.begin(), err.end());
-    return run;
+        command += " '" + a + "'";
+    std::FILE* pipe = popen((command + " </dev/null 2>&1").c_str(), "r");
+    printed.clear();
+    for (int c; pipe && (c = std::fgetc(pipe)) != EOF;)
+        printed += char(c);
+    const int rc = pipe ? pclose(pipe) : -1;
+    return WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
 }
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -49,73 +34,67 @@ bool Contains(const std::string& text, const std::string& part) {
 TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
     TempDir dir;
     const std::string card = dir.File("card"), photos = dir.File("base/Trip");
-    ASSERT_EQ(Batch(dir, {"make-card", card, "--count", "4"}).status, 0);
+    std::string out;
+    ASSERT_EQ(Batch({"make-card", card, "--count", "4"}, out), 0) << out;
     const auto cardBefore = TreeChecksums(card);
     MakeFolder(dir.File("base"));
 
-    // Without a terminal, the questions need --yes.
-    BatchResult refused = Batch(dir, {"transfer", "--card", card, "--photos", photos});
-    EXPECT_EQ(refused.status, 2);
-    EXPECT_TRUE(Contains(refused.err, "--yes")) << refused.err;
-    EXPECT_FALSE(std::filesystem::exists(photos));
-
-    BatchResult run = Batch(dir, {"transfer", "--card", card, "--photos", photos, "--yes"});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_TRUE(Contains(run.out, "Finished copying.")) << run.out;
-    EXPECT_TRUE(Contains(run.out, "photos: 5 found, 5 copied, 0 failed")) << run.out;
+    EXPECT_EQ(Batch({"transfer", "--card", card, "--photos", photos, "--yes"}, out), 0) << out;
+    EXPECT_TRUE(Contains(out, "Finished copying.")) << out;
+    EXPECT_TRUE(Contains(out, "photos: 5 found, 5 copied, 0 failed")) << out;
     EXPECT_EQ(FileNames(photos),
               (std::vector<std::string>{"20040423_150053.jpg", "20040423_150200.jpg",
                                         "20040423_150200_1.jpg", "BROKEN.JPG", "IMG_0004.JPG"}));
     EXPECT_EQ(FileNames(photos + "_bak").size(), 5u);
     EXPECT_EQ(TreeChecksums(card), cardBefore);
 
-    BatchResult restore = Batch(dir, {"restore", "--photos", photos, "--rule", "", "--yes"});
-    EXPECT_EQ(restore.status, 0) << restore.err;
-    EXPECT_TRUE(Contains(restore.out, "Finished restoring")) << restore.out;
+    EXPECT_EQ(Batch({"restore", "--photos", photos, "--rule", "", "--yes"}, out), 0) << out;
+    EXPECT_TRUE(Contains(out, "Finished restoring")) << out;
     EXPECT_EQ(FileNames(photos), FileNames(photos + "_bak"));
 }
 
 TEST(BatchTransfer, AbortsWithTheMessageAndAFailureCode) {
     TempDir dir;
-    const std::string card = dir.File("card");
+    const std::string card = dir.File("card"), photos = dir.File("base/P");
     PutFile(card + "/IMG_0001.JPG", PhotoShotAt("2004:07:31 12:00:00"));
-    PutFile(dir.File("base/Photos"), "a file");
-    BatchResult run = Batch(dir, {"transfer", "--card", card, "--photos", dir.File("base/Photos"),
-                                  "--no-backup", "--yes"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(Contains(run.err, "it is a file, not a folder.\nAborted.")) << run.err;
-
-    run = Batch(
-        dir, {"transfer", "--card", dir.File("missing"), "--photos", dir.File("base/P"), "--yes"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(Contains(run.err, "Please select the digital camera drive first.")) << run.err;
-
-    run = Batch(dir, {"restore", "--photos", dir.File("base/P"), "--yes"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(Contains(run.err, "No backup files found!")) << run.err;
-
-    EXPECT_EQ(Batch(dir, {"transfer", "--card", card}).status, 2);
-    EXPECT_EQ(Batch(dir, {"transfer", "--card", card, "--photos", "/", "--yes"}).status, 2);
-    EXPECT_EQ(Batch(dir, {"restore"}).status, 2);
+    PutFile(dir.File("base/file"), "a file");
+    const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
+        // Without a terminal, the questions need --yes.
+        {{"transfer", "--card", card, "--photos", photos}, 2, "--yes"},
+        {{"transfer", "--card", card, "--photos", dir.File("base/file"), "--no-backup", "--yes"},
+         1,
+         "it is a file, not a folder.\nAborted."},
+        {{"transfer", "--card", dir.File("missing"), "--photos", photos, "--yes"},
+         1,
+         "Please select the digital camera drive first."},
+        {{"restore", "--photos", photos, "--yes"}, 1, "No backup files found!"},
+        {{"transfer", "--card", card, "--photos", "/", "--yes"}, 2, "is no photo folder"},
+        {{"transfer", "--card", card}, 2, "usage"},
+        {{"restore"}, 2, "usage"},
+    };
+    for (const auto& [args, status, text] : cases) {
+        std::string out;
+        EXPECT_EQ(Batch(args, out), status) << out;
+        EXPECT_TRUE(Contains(out, text)) << out;
+    }
+    EXPECT_EQ(TreeNames(dir.File("base")), std::vector<std::string>{"file"});
 }
 
 TEST(BatchTransfer, DrivesListsTextsAndDescriptions) {
     TempDir dir;
     MakeFolder(dir.File("m/ram"));
-    PutFile(dir.File("mountinfo"), "20 1 0:22 / /proc rw - proc proc rw\n"
-                                   "21 1 0:40 / " +
-                                       dir.File("m/ram") +
-                                       " rw - tmpfs tmpfs rw\n"
-                                       "22 1 0:41 / " +
+    PutFile(dir.File("mountinfo"), "20 1 0:22 / /proc rw - proc proc rw\n21 1 0:40 / " +
+                                       dir.File("m/ram") + " rw - tmpfs tmpfs rw\n22 1 0:41 / " +
                                        dir.File("m/gone") + " rw - nfs4 srv:/x rw\n");
-    BatchResult run = Batch(dir, {"drives", "--mountinfo", dir.File("mountinfo"), "--sysfs",
-                                  dir.File("sys"), "--labels", dir.File("labels")});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_TRUE(Contains(run.out, dir.File("m/ram") + "\n    RAM disk\n\n    Bytes total: "))
-        << run.out;
-    EXPECT_TRUE(Contains(run.out, dir.File("m/gone") + "\n    Root directory does not exist.\n"))
-        << run.out;
-    EXPECT_FALSE(Contains(run.out, "/proc")) << run.out;
+    std::string out;
+    EXPECT_EQ(Batch({"drives", "--mountinfo", dir.File("mountinfo"), "--sysfs", dir.File("sys"),
+                     "--labels", dir.File("labels")},
+                    out),
+              0);
+    EXPECT_TRUE(Contains(out, dir.File("m/ram") + "\n    RAM disk\n\n    Bytes total: ")) << out;
+    EXPECT_TRUE(Contains(out, dir.File("m/gone") + "\n    Root directory does not exist.\n"))
+        << out;
+    EXPECT_FALSE(Contains(out, "/proc")) << out;
 }
 
 } // namespace
