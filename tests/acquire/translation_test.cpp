@@ -21,24 +21,17 @@ std::string ReadText(const std::filesystem::path& path) {
 // The texts inside TIVOX_TR(...): adjacent literals joined, escapes resolved.
 std::set<std::string> MarkedTexts(const std::string& code) {
     std::set<std::string> texts;
-    const std::string mark = "TIVOX_TR(";
+    const std::string mark = "TIVOX_TR(", blank = " \t\n";
     for (auto at = code.find(mark); at != std::string::npos; at = code.find(mark, at + 1)) {
         std::string text;
-        std::size_t i = at + mark.size();
-        for (;;) {
-            while (i < code.size() && std::isspace(static_cast<unsigned char>(code[i])))
-                ++i;
-            if (i >= code.size() || code[i] != '"')
-                break;
-            for (++i; i < code.size() && code[i] != '"'; ++i) {
-                if (code[i] == '\\' && i + 1 < code.size()) {
-                    ++i;
-                    text += code[i] == 'n' ? '\n' : code[i];
-                } else {
+        for (auto i = code.find_first_not_of(blank, at + mark.size());
+             i < code.size() && code[i] == '"'; i = code.find_first_not_of(blank, i + 1)) {
+            for (++i; code[i] != '"'; ++i) {
+                if (code[i] == '\\' && code[++i] == 'n')
+                    text += '\n';
+                else
                     text += code[i];
-                }
             }
-            ++i;
         }
         if (!text.empty())
             texts.insert(text);
@@ -66,14 +59,12 @@ TEST(Translation, EveryAcquisitionTextIsTranslated) {
 
     const std::string ts = ReadText(root / "resources/translations/acquire.ts");
     std::set<std::string> translated;
-    const std::string open = "<source>", close = "</source>";
-    for (auto p = ts.find(open); p != std::string::npos; p = ts.find(open, p + 1)) {
-        const auto end = ts.find(close, p);
-        const auto tOpen = ts.find("<translation>", end);
-        const auto tClose = ts.find("</translation>", tOpen);
-        ASSERT_NE(tClose, std::string::npos);
-        if (tClose > tOpen + 13)
-            translated.insert(XmlText(ts.substr(p + open.size(), end - p - open.size())));
+    for (auto p = ts.find("<source>"); p != std::string::npos; p = ts.find("<source>", p + 1)) {
+        const auto end = ts.find("</source>", p);
+        const auto t = ts.find("<translation>", end);
+        ASSERT_NE(t, std::string::npos);
+        if (ts.compare(t + 13, 14, "</translation>") != 0) // empty: not translated
+            translated.insert(XmlText(ts.substr(p + 8, end - p - 8)));
     }
     for (const std::string& text : marked)
         EXPECT_TRUE(translated.count(text)) << "no German text for: " << text;
