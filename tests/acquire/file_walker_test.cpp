@@ -109,7 +109,7 @@ TEST(PathHelpers, SplitFolderPath) {
     }
 }
 
-TEST(PathHelpers, ExistsAndCountFolderContents) {
+TEST(PathHelpers, ExistsAndCountsLookOnlyWhereAsked) {
     TempDir dir;
     PutFile(dir.File("p/a.jpg"), "a");
     PutFile(dir.File("p/sub/d.jpg"), "d");
@@ -124,6 +124,24 @@ TEST(PathHelpers, ExistsAndCountFolderContents) {
     EXPECT_EQ(all.files, 3);
     EXPECT_EQ(all.folders, 3);
     EXPECT_TRUE(CountFolderContents(dir.File("missing")).Empty());
+
+    // Only the folder itself is looked into, never its sub-folders.
+    PutFile(dir.File("p/B.JPG"), "b");
+    EXPECT_EQ(CountFiles(dir.File("p"), "*.jpg"), 2);
+    EXPECT_EQ(CountFiles(dir.File("missing"), "*"), 0);
+    EXPECT_TRUE(FolderHasFiles(dir.File("p"), ".JPG"));
+    EXPECT_FALSE(FolderHasFiles(dir.File("p/sub"), ".png"));
+    // A missing folder has no files, whatever the current directory holds.
+    ASSERT_EQ(chdir(dir.File("p").c_str()), 0);
+    EXPECT_FALSE(FolderHasFiles(dir.File("missing"), ".jpg"));
+    ASSERT_EQ(chdir("/"), 0);
+
+    std::string path = "/a.b/c";
+    StripExtension(path);
+    EXPECT_EQ(path, "/a");
+    AppendBackslash(path);
+    AppendBackslash(path);
+    EXPECT_EQ(path, "/a/");
 }
 
 } // namespace
