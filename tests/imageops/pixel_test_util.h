@@ -1,6 +1,7 @@
 #pragma once
 // Small pictures for the pixel tests.
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
 
@@ -15,27 +16,16 @@ inline Bitmap Uniform(int w, int h, std::uint32_t argb) {
     return b;
 }
 
-inline Bitmap RandomPicture(int w, int h, std::uint32_t seed) {
-    Bitmap b;
-    b.Reset(w, h);
-    std::mt19937 rng(seed);
-    for (std::size_t i = 0; i < b.ByteSize(); ++i)
-        b.Data()[i] = std::uint8_t(rng());
-    return b;
-}
-
-// A noisy picture whose pixels lie near their neighbours, so that a denoise
+// Noise; `gentle` keeps each pixel near its neighbours so that a denoise
 // both keeps and replaces pixels.
-inline Bitmap GentlePicture(int w, int h, std::uint32_t seed) {
+inline Bitmap RandomPicture(int w, int h, std::uint32_t seed, bool gentle = false) {
     Bitmap b;
     b.Reset(w, h);
     std::mt19937 rng(seed);
     for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) {
-            std::uint8_t* p = b.Row(y) + x * 4;
-            for (int c = 0; c < 4; ++c)
-                p[c] = std::uint8_t((x * 3 + y * 2 + c * 40) % 200 + int(rng() % 9));
-        }
+        for (int x = 0; x < w * 4; ++x)
+            b.Row(y)[x] =
+                std::uint8_t(gentle ? (x * 3 / 4 + y * 2 + x % 4 * 40) % 200 + rng() % 9 : rng());
     return b;
 }
 
@@ -43,9 +33,8 @@ inline bool SamePixels(const Bitmap& a, const Bitmap& b) {
     if (a.Width() != b.Width() || a.Height() != b.Height())
         return false;
     for (int y = 0; y < a.Height(); ++y)
-        for (int x = 0; x < a.Width() * 4; ++x)
-            if (a.Row(y)[x] != b.Row(y)[x])
-                return false;
+        if (!std::equal(a.Row(y), a.Row(y) + a.Width() * 4, b.Row(y)))
+            return false;
     return true;
 }
 
