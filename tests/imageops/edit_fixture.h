@@ -18,7 +18,7 @@ class FakeWindow final : public IEditHost {
 public:
     Size GetScreenSize() const override { return screen; }
     Size GetThumbSize() const override { return thumb; }
-    int GetJpegQuality() const override { return quality; }
+    int GetJpegQuality() const override { return 90; }
     CPhotoList* GetPhotoList() override { return list; }
     void Invalidate() override { ++invalidations; }
     void InvalidateTile(int) override {}
@@ -28,7 +28,6 @@ public:
 
     Size screen{1024, 768};
     Size thumb{120, 88};
-    int quality = 90;
     CPhotoList* list = nullptr;
     CPhoto* current = nullptr;
     BitmapRecycler* recycler = nullptr;
@@ -51,16 +50,15 @@ public:
 
 // Writes a noisy JPEG of that size and gives its path.
 inline std::string WritePhoto(const TempDir& dir, const std::string& name, int w, int h,
-                              std::uint32_t seed = 1, Pattern pattern = Pattern::Noise) {
+                              std::uint32_t seed = 1) {
     TestJpegOptions o;
     o.width = w;
     o.height = h;
-    o.pattern = pattern;
+    o.pattern = Pattern::Noise;
     o.seed = seed;
     o.quality = 90;
-    const std::string path = dir.File(name);
-    WriteFile(path, MakeJpeg(o));
-    return path;
+    WriteFile(dir.File(name), MakeJpeg(o));
+    return dir.File(name);
 }
 
 // The file decoded at full size.

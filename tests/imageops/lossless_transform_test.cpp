@@ -1,27 +1,14 @@
+#include "imageops/lossless_transform.h"
+
 #include <gtest/gtest.h>
 
 #include <unistd.h>
 
-#include "imageops/lossless_transform.h"
-#include "photos/photo.h"
-#include "platform/user_seams.h"
+#include "edit_fixture.h"
 #include "support/fake_edit_host.h"
-#include "support/test_jpeg.h"
 
 namespace tivox {
 namespace {
-
-class RecordingPrompt : public IPrompt {
-public:
-    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons, PromptAnswer,
-                     const UiText&) override {
-        texts.push_back(text.format);
-        icons.push_back(icon);
-        return PromptAnswer::Ok;
-    }
-    std::vector<std::string> texts;
-    std::vector<PromptIcon> icons;
-};
 
 TEST(LosslessTempPath, CutsAtTheLastPointOfTheName) {
     EXPECT_EQ(LosslessTempPath("/p/img_0001.jpg"), "/p/img_0001.tmp");
@@ -32,15 +19,13 @@ TEST(LosslessTempPath, CutsAtTheLastPointOfTheName) {
 class LosslessTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        path = dir.File("img_0001.jpg");
         test::TestJpegOptions o;
         o.width = 64;
         o.height = 32;
         o.pattern = test::Pattern::Noise;
-        o.exif = test::CameraExifPayload(test::CameraExif{});
+        o.exif = exif;
         ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
         photo.SetPath(path);
-        host.thumb = {40, 40};
         host.screen = {100, 100};
     }
     test::Bytes Contents() {
@@ -48,14 +33,16 @@ protected:
         EXPECT_TRUE(test::ReadFile(path, b));
         return b;
     }
+    bool TempFileLeft() { return ::access(LosslessTempPath(path).c_str(), F_OK) == 0; }
+    const test::Bytes exif = test::CameraExifPayload(test::CameraExif{});
     test::TempDir dir;
-    std::string path;
+    const std::string path = dir.File("img_0001.jpg");
     CPhoto photo;
     test::FakeHost host;
     std::string error;
 };
 
-TEST_F(LosslessTest, RightTurnSwapsTheSizeAndRebuildsBothImages) {
+TEST_F(LosslessTest, RightTurnSwapsTheSizeAndRebuildsTheWorkingImage) {
     photo.MakeThumbnail({40, 40});
     EXPECT_EQ(photo.IsLandscape(), 1);
     ASSERT_EQ(LosslessTransformPhoto(kLosslessRotateRight, photo, host, error), 0) << error;
@@ -64,10 +51,10 @@ TEST_F(LosslessTest, RightTurnSwapsTheSizeAndRebuildsBothImages) {
     ASSERT_NE(photo.screenImage, nullptr);
     EXPECT_EQ(photo.screenImage->Height(), 100);
     EXPECT_EQ(host.invalidated, 1);
-    EXPECT_NE(::access(LosslessTempPath(path).c_str(), F_OK), 0); // temp file gone
+    EXPECT_FALSE(TempFileLeft());
 }
 
-TEST_F(LosslessTest, TurnsAndMirrorsUndoThemselvesByteForByte) {
+TEST_F(LosslessTest, TurnsAndMirrorsUndoThemselvesByteForByteAndKeepExif) {
     // The first turn rewrites the tables; from then on bytes must repeat.
     ASSERT_EQ(LosslessTransformPhoto(kLosslessRotate180, photo, host, error), 0);
     ASSERT_EQ(LosslessTransformPhoto(kLosslessRotate180, photo, host, error), 0);
@@ -84,13 +71,11 @@ TEST_F(LosslessTest, TurnsAndMirrorsUndoThemselvesByteForByte) {
             ASSERT_EQ(LosslessTransformPhoto(code, photo, host, error), 0) << error;
         EXPECT_EQ(Contents(), start) << "sequence starting with " << seq.front();
     }
-    const auto exif = test::CameraExifPayload(test::CameraExif{});
-    const test::Bytes now = Contents();
-    EXPECT_NE(std::search(now.begin(), now.end(), exif.begin(), exif.end()), now.end());
+    EXPECT_NE(std::search(start.begin(), start.end(), exif.begin(), exif.end()), start.end());
 }
 
 TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
-    RecordingPrompt prompt;
+    test::ScriptedPrompt prompt;
     const test::Bytes before = Contents();
     EXPECT_EQ(LosslessTransformPhoto(9, photo, host, error, &prompt), -1);
     EXPECT_EQ(error, "Error in lossless JPEG transform.");
@@ -98,6 +83,8 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     EXPECT_EQ(prompt.texts[0], "JPEG lossless transformation: unsupported");
     EXPECT_EQ(prompt.icons[0], PromptIcon::Stop);
     EXPECT_EQ(Contents(), before);
+    EXPECT_FALSE(TransformFile(kLosslessRotate180, path, dir.File("no/such/dir.jpg")));
+    EXPECT_FALSE(TransformFile(kLosslessRotate180, dir.File("missing.jpg"), dir.File("o.jpg")));
 
     const test::Bytes junk = {'n', 'o', 'p', 'e'};
     ASSERT_TRUE(test::WriteFile(path, junk));
@@ -105,34 +92,17 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     EXPECT_EQ(LosslessTransformPhoto(kLosslessRotateLeft, photo, host, error), -1);
     EXPECT_EQ(error, "Error in lossless JPEG transform.");
     EXPECT_EQ(Contents(), junk);
-    EXPECT_NE(::access(LosslessTempPath(path).c_str(), F_OK), 0);
+    EXPECT_FALSE(TempFileLeft());
     EXPECT_EQ(host.invalidated, 2); // the window repaints in any case
-}
 
-TEST_F(LosslessTest, TransformFileWritesTheTarget) {
-    EXPECT_TRUE(TransformFile(kLosslessRotate180, path, dir.File("out.jpg")));
-    EXPECT_FALSE(TransformFile(kLosslessRotate180, dir.File("missing.jpg"), dir.File("o2.jpg")));
-    EXPECT_FALSE(TransformFile(kLosslessRotate180, path, dir.File("no/such/dir.jpg")));
-}
-
-} // namespace
-} // namespace tivox
-
-namespace tivox {
-namespace {
-
-TEST(LosslessTransformText, ErrorsTranslateBeforeTheirArgumentsGoIn) {
-    test::TempDir dir;
-    const std::string path = dir.File("x.jpg");
-    ASSERT_TRUE(test::WriteFile(path, {'x'}));
-    UiText error;
-    ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, error), -1);
+    // The message is translated before its arguments go in.
+    UiText text;
+    ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, text), -1);
     const Translator german = [](const std::string& english) {
-        return english == "Error in lossless JPEG transform."
-                   ? "Fehler bei der verlustfreien JPEG-Transformation."
-                   : english;
+        return english == "Error in lossless JPEG transform." ? "Fehler beim JPEG-Drehen."
+                                                              : english;
     };
-    EXPECT_EQ(RenderUiText(error, german), "Fehler bei der verlustfreien JPEG-Transformation.");
+    EXPECT_EQ(RenderUiText(text, german), "Fehler beim JPEG-Drehen.");
 }
 
 } // namespace

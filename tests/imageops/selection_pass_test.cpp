@@ -5,13 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
+#include <unistd.h>
 
 #include "edit_fixture.h"
 #include "imageops/image_processor.h"
 
 namespace tivox {
 namespace {
+
+const ProcessScope kAll{false, true, false, false, false};
 
 class SelectionPassTest : public ::testing::Test {
 protected:
@@ -21,8 +23,7 @@ protected:
         list.Open(dir.path());
         ASSERT_TRUE(list.WaitWorker(10000));
         ASSERT_EQ(list.Count(), 4);
-        // Markers: red, green, none, blue.
-        const int markers[4] = {1, 2, 0, 3};
+        const int markers[4] = {1, 2, 0, 3}; // red, green, none, blue
         for (int i = 0; i < 4; ++i)
             list.PhotoAt(i)->marker = markers[i];
         window.list = &list;
@@ -31,14 +32,6 @@ protected:
     int Run(const COperation& op, const ProcessScope& scope) {
         return ApplyOperation(op, scope, processor, window, prompt);
     }
-    std::vector<int> Resized() {
-        std::vector<int> chosen;
-        for (int i = 0; i < list.Count(); ++i)
-            if (list.PhotoAt(i)->edits.resizePending)
-                chosen.push_back(i);
-        return chosen;
-    }
-
     test::TempDir dir;
     std::vector<std::string> paths;
     CPhotoList list;
@@ -48,34 +41,45 @@ protected:
 };
 
 TEST_F(SelectionPassTest, ScopeChoosesThePhotos) {
-    struct Case {
+    const struct {
         const char* name;
         ProcessScope scope;
         int current; // index of the current photo, -1 for none
         std::vector<int> chosen;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"current photo", {true, false, false, false, false}, 2, {2}},
         {"current without a photo", {true, false, false, false, false}, -1, {}},
-        {"all", {false, true, false, false, false}, -1, {0, 1, 2, 3}},
+        {"all", kAll, -1, {0, 1, 2, 3}},
         {"red and blue markers", {false, false, true, false, true}, 1, {0, 3}},
         {"green marker", {false, false, false, true, false}, -1, {1}},
         {"no box checked", {false, false, false, false, false}, 0, {}},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         for (int i = 0; i < list.Count(); ++i)
             list.PhotoAt(i)->edits.Clear();
         window.current = c.current >= 0 ? list.PhotoAt(c.current) : nullptr;
         const int before = window.invalidations;
-        EXPECT_EQ(Run(COperation::Resize(20, 10), c.scope), 0) << c.name;
-        EXPECT_EQ(Resized(), c.chosen) << c.name;
-        EXPECT_EQ(window.invalidations, before + 1) << c.name;
+        EXPECT_EQ(Run(COperation::Resize(20, 10), c.scope), 0);
+        std::vector<int> resized;
+        for (int i = 0; i < list.Count(); ++i)
+            if (list.PhotoAt(i)->edits.resizePending)
+                resized.push_back(i);
+        EXPECT_EQ(resized, c.chosen);
+        EXPECT_EQ(window.invalidations, before + 1);
     }
     EXPECT_TRUE(prompt.texts.empty());
 }
 
+TEST_F(SelectionPassTest, WithAllAColourChangeRecordsOnEveryPhoto) {
+    processor.SetOperation(opBrightness, 0.3f);
+    EXPECT_EQ(Run(COperation::Plain(opApplyColor), kAll), 0);
+    for (int i = 0; i < list.Count(); ++i)
+        EXPECT_FLOAT_EQ(list.PhotoAt(i)->edits.brightness, 0.3f);
+}
+
 TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
-    EXPECT_EQ(Run(COperation::Plain(opDelete), {false, true, false, false, false}), 0);
+    EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 0);
     EXPECT_EQ(list.Count(), 0);
     for (const auto& p : paths)
         EXPECT_NE(::access(p.c_str(), F_OK), 0) << p;
@@ -83,9 +87,8 @@ TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
 }
 
 TEST_F(SelectionPassTest, OneFailureInAWalkShowsOneMessageAndTheWalkGoesOn) {
-    // The file of the second photo is gone, so deleting it fails.
-    ASSERT_EQ(::unlink(paths[1].c_str()), 0);
-    EXPECT_EQ(Run(COperation::Plain(opDelete), {false, true, false, false, false}), 1);
+    ASSERT_EQ(::unlink(paths[1].c_str()), 0); // so deleting the second photo fails
+    EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 1);
     ASSERT_EQ(prompt.texts.size(), 1u);
     EXPECT_EQ(prompt.texts[0], "Could not delete " + paths[1]);
     EXPECT_EQ(prompt.titles[0], "Error");
@@ -102,15 +105,6 @@ TEST_F(SelectionPassTest, DeletingTheCurrentPhotoLooksItUp) {
     for (int i = 0; i < 3; ++i)
         EXPECT_NE(list.PhotoAt(i)->path, paths[2]);
     EXPECT_NE(::access(paths[2].c_str(), F_OK), 0);
-}
-
-TEST_F(SelectionPassTest, WithAllAColourChangeRecordsOnEveryPhoto) {
-    processor.SetOperation(opBrightness, 0.3f);
-    EXPECT_EQ(Run(COperation::Plain(opApplyColor), {false, true, false, false, false}), 0);
-    for (int i = 0; i < list.Count(); ++i) {
-        EXPECT_EQ(list.PhotoAt(i)->edits.colorPending, 1);
-        EXPECT_FLOAT_EQ(list.PhotoAt(i)->edits.brightness, 0.3f);
-    }
 }
 
 } // namespace
