@@ -1,15 +1,15 @@
+#include "gallery/gallery_folder.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "gallery/gallery_folder.h"
 #include "support/test_jpeg.h"
 
 namespace tivox {
 namespace {
 
 namespace fs = std::filesystem;
-using test::TempDir;
 
 TEST(GalleryFolder, TakesThePhotoFolderNameBelowTheBase) {
     EXPECT_EQ(GalleryFolderFor("/g", "/p/2004"), "/g/2004");
@@ -21,18 +21,16 @@ TEST(GalleryFolder, TakesThePhotoFolderNameBelowTheBase) {
 }
 
 TEST(GalleryFolder, RefusesEveryFolderThatWouldEmptyPhotosOrTheirBackup) {
-    TempDir dir;
+    test::TempDir dir;
     const std::string photos = dir.File("Photos");
     fs::create_directories(photos + "/sub");
     fs::create_directories(dir.File("Photos_bak"));
     fs::create_directories(dir.File("Galleries"));
     fs::create_symlink(photos, dir.File("link"));
-
-    struct Case {
+    const struct {
         std::string gallery;
         bool refused;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {photos, true},                          // the photo folder itself
         {photos + "/", true},                    // the same with a slash
         {photos + "/sub", true},                 // inside it
@@ -49,26 +47,14 @@ TEST(GalleryFolder, RefusesEveryFolderThatWouldEmptyPhotosOrTheirBackup) {
         {dir.File("Photos_bak2"), false},
         {dir.File("Galleries"), false},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(GalleryFolderEndangersPhotos(c.gallery, photos), c.refused) << c.gallery;
     EXPECT_TRUE(GalleryFolderEndangersPhotos(dir.File("Photos_bak"), photos + "/"));
-}
-
-TEST(GalleryFolder, RelativePathsAreJudgedFromTheCurrentFolder) {
+    // Relative paths are judged from the current folder.
     const std::string here = fs::current_path().string();
     EXPECT_TRUE(FoldersOverlap(".", here));
     EXPECT_TRUE(FoldersOverlap("gallery", here));
     EXPECT_FALSE(FoldersOverlap("", here));
-}
-
-TEST(GalleryFolder, CreatesMissingParents) {
-    TempDir dir;
-    EXPECT_TRUE(CreateFolderWithParents(dir.File("a/b/c")));
-    EXPECT_TRUE(fs::is_directory(dir.File("a/b/c")));
-    EXPECT_TRUE(CreateFolderWithParents(dir.File("a/b/c")));
-    test::WriteFile(dir.File("file"), {1});
-    EXPECT_FALSE(CreateFolderWithParents(dir.File("file")));
-    EXPECT_FALSE(CreateFolderWithParents(dir.File("file/below")));
 }
 
 } // namespace

@@ -11,13 +11,13 @@ namespace tivox {
 namespace {
 
 using test::CountOf;
-using test::Exists;
 using test::HtmlPages;
 using test::MakePictureFolders;
 using test::NumberedNames;
 using test::ReadText;
 using test::ScriptedPrompt;
 using test::TempDir;
+using Pages = std::vector<std::string>;
 
 std::string Crlf(const std::string& text) {
     std::string out;
@@ -35,15 +35,7 @@ bool WriteGallery(const std::string& folder, const std::string& title, Size thum
     return writer.Write();
 }
 
-void ExpectPagesValid(const std::string& folder) {
-    const auto check = test::CheckPages(folder);
-    if (!check.ran)
-        GTEST_SKIP() << "python3 is not installed; the pages were not parsed";
-    EXPECT_EQ(check.exitCode, 0) << check.output;
-}
-
-// The whole of both pages of a one-picture gallery, as the page texts are
-// meant to read.
+// Both pages of a one-picture gallery, whole.
 TEST(GalleryWriter, OnePictureGivesExactlyTheseTwoPages) {
     TempDir dir;
     MakePictureFolders(dir.path(), {"a.jpg"});
@@ -81,119 +73,96 @@ TEST(GalleryWriter, OnePictureGivesExactlyTheseTwoPages) {
 
     EXPECT_EQ(ReadText(dir.File("thumbs1.html")), Crlf(thumbs));
     EXPECT_EQ(ReadText(dir.File("photo1.html")), Crlf(photo));
-    EXPECT_EQ(HtmlPages(dir.path()), (std::vector<std::string>{"photo1.html", "thumbs1.html"}));
+    EXPECT_EQ(HtmlPages(dir.path()), (Pages{"photo1.html", "thumbs1.html"}));
 }
 
-struct CountCase {
-    const char* name;
-    int pictures;
-    Size thumbTiles;
-    Size photoTiles;
-    int thumbPages;
-    int photoPages;
-    int imagesOnLastThumbPage;
-    int imagesOnLastPhotoPage;
-};
-
-void PrintTo(const CountCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
-class GalleryWriterCounts : public testing::TestWithParam<CountCase> {};
-
-TEST_P(GalleryWriterCounts, PagesHoldEveryPictureOnceAndNoPageIsEmpty) {
-    const CountCase& c = GetParam();
-    TempDir dir;
-    MakePictureFolders(dir.path(), NumberedNames(c.pictures));
-    ScriptedPrompt prompt;
-    CGalleryWriter writer(dir.path(), "Title", c.thumbTiles, c.photoTiles, prompt);
-    ASSERT_TRUE(writer.Write());
-    EXPECT_TRUE(prompt.Texts().empty());
-
-    std::vector<std::string> expected;
-    if (c.pictures > 0) {
+TEST(GalleryWriter, PagesHoldEveryPictureOnceAndNoPageIsEmpty) {
+    const struct {
+        const char* name;
+        int pictures;
+        Size thumbTiles, photoTiles;
+        int thumbPages, photoPages, onLastThumbPage, onLastPhotoPage;
+    } cases[] = {
+        {"none", 0, {4, 4}, {1, 1}, 0, 0, 0, 0},
+        {"one", 1, {4, 4}, {1, 1}, 1, 1, 1, 1},
+        {"exactly one page", 16, {4, 4}, {1, 1}, 1, 16, 16, 1},
+        {"one over", 17, {4, 4}, {1, 1}, 2, 17, 1, 1},
+        {"twenty", 20, {4, 4}, {1, 1}, 2, 20, 4, 1},
+        {"two per photo page", 3, {4, 4}, {2, 1}, 1, 2, 3, 1},
+        {"three across", 7, {4, 4}, {3, 1}, 1, 3, 7, 1},
+        {"one by one thumbnails", 3, {1, 1}, {2, 2}, 3, 1, 1, 3},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        TempDir dir;
+        MakePictureFolders(dir.path(), NumberedNames(c.pictures));
+        ScriptedPrompt prompt;
+        CGalleryWriter writer(dir.path(), "Title", c.thumbTiles, c.photoTiles, prompt);
+        ASSERT_TRUE(writer.Write());
+        EXPECT_TRUE(prompt.Texts().empty());
+        Pages expected;
         for (int i = 1; i <= c.photoPages; ++i)
             expected.push_back("photo" + std::to_string(i) + ".html");
         for (int i = 1; i <= c.thumbPages; ++i)
             expected.push_back("thumbs" + std::to_string(i) + ".html");
         std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(HtmlPages(dir.path()), expected);
+        if (c.pictures == 0)
+            continue;
         EXPECT_EQ(writer.ThumbPageCount(), c.thumbPages);
         EXPECT_EQ(writer.PhotoPageCount(), c.photoPages);
+        int thumbImages = 0, photoImages = 0;
+        for (const auto& page : expected) {
+            const std::string text = ReadText(dir.File(page));
+            EXPECT_EQ(CountOf(text, "<tr>"), CountOf(text, "</tr>")) << page;
+            EXPECT_EQ(CountOf(text, "\n"), CountOf(text, "\r\n")) << page << ": bare line feed";
+            (page[0] == 't' ? thumbImages : photoImages) += CountOf(text, "<img ");
+        }
+        EXPECT_EQ(thumbImages, c.pictures);
+        EXPECT_EQ(photoImages, c.pictures);
+        const auto imagesOn = [&](const std::string& page) {
+            return CountOf(ReadText(dir.File(page)), "<img ");
+        };
+        EXPECT_EQ(imagesOn("thumbs" + std::to_string(c.thumbPages) + ".html"), c.onLastThumbPage);
+        EXPECT_EQ(imagesOn("photo" + std::to_string(c.photoPages) + ".html"), c.onLastPhotoPage);
+        test::ExpectPagesValid(dir.path());
     }
-    EXPECT_EQ(HtmlPages(dir.path()), expected);
-    if (c.pictures == 0)
-        return;
-
-    int thumbImages = 0, photoImages = 0;
-    for (const auto& page : expected) {
-        const std::string text = ReadText(dir.File(page));
-        // Balanced rows: every row opened is closed.
-        EXPECT_EQ(CountOf(text, "<tr>"), CountOf(text, "</tr>")) << page;
-        EXPECT_EQ(CountOf(text, "\n"), CountOf(text, "\r\n")) << page << ": bare line feed";
-        (page.rfind("thumbs", 0) == 0 ? thumbImages : photoImages) += CountOf(text, "<img ");
-    }
-    EXPECT_EQ(thumbImages, c.pictures);
-    EXPECT_EQ(photoImages, c.pictures);
-    EXPECT_EQ(
-        CountOf(ReadText(dir.File("thumbs" + std::to_string(c.thumbPages) + ".html")), "<img "),
-        c.imagesOnLastThumbPage);
-    EXPECT_EQ(
-        CountOf(ReadText(dir.File("photo" + std::to_string(c.photoPages) + ".html")), "<img "),
-        c.imagesOnLastPhotoPage);
-    ExpectPagesValid(dir.path());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, GalleryWriterCounts,
-    testing::Values(CountCase{"none", 0, {4, 4}, {1, 1}, 1, 1, 0, 0},
-                    CountCase{"one", 1, {4, 4}, {1, 1}, 1, 1, 1, 1},
-                    CountCase{"exactlyOnePage", 16, {4, 4}, {1, 1}, 1, 16, 16, 1},
-                    CountCase{"oneOver", 17, {4, 4}, {1, 1}, 2, 17, 1, 1},
-                    CountCase{"twenty", 20, {4, 4}, {1, 1}, 2, 20, 4, 1},
-                    CountCase{"twoPerPhotoPage", 3, {4, 4}, {2, 1}, 1, 2, 3, 1},
-                    CountCase{"threeAcross", 7, {4, 4}, {3, 1}, 1, 3, 7, 1},
-                    CountCase{"oneByOneThumbs", 3, {1, 1}, {2, 2}, 3, 1, 1, 3}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST(GalleryWriter, ThumbnailsLinkToThePhotoPageThatShowsThem) {
+TEST(GalleryWriter, LinksLeadToThePagesThatShowThePictures) {
     TempDir dir;
     MakePictureFolders(dir.path(), NumberedNames(3));
     ScriptedPrompt prompt;
     ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {2, 1}, prompt));
     const std::string thumbs = ReadText(dir.File("thumbs1.html"));
-    EXPECT_NE(thumbs.find("href=\"photo1.html\"><img src=\"pics/thumbs/IMG_0001.jpg\""),
-              std::string::npos);
-    EXPECT_NE(thumbs.find("href=\"photo1.html\"><img src=\"pics/thumbs/IMG_0002.jpg\""),
-              std::string::npos);
-    EXPECT_NE(thumbs.find("href=\"photo2.html\"><img src=\"pics/thumbs/IMG_0003.jpg\""),
-              std::string::npos);
-    const std::string photo1 = ReadText(dir.File("photo1.html"));
-    EXPECT_NE(photo1.find("pics/IMG_0001.jpg"), std::string::npos);
-    EXPECT_NE(photo1.find("pics/IMG_0002.jpg"), std::string::npos);
+    for (const char* link : {"photo1.html\"><img src=\"pics/thumbs/IMG_0001.jpg\"",
+                             "photo1.html\"><img src=\"pics/thumbs/IMG_0002.jpg\"",
+                             "photo2.html\"><img src=\"pics/thumbs/IMG_0003.jpg\""})
+        EXPECT_NE(thumbs.find(link), std::string::npos) << link;
     // Two pictures side by side: one row with both cells.
-    EXPECT_EQ(CountOf(photo1, "<tr><td><img"), 1);
-}
+    EXPECT_EQ(CountOf(ReadText(dir.File("photo1.html")), "<tr><td><img"), 1);
 
-TEST(GalleryWriter, NavigationLinksFollowThePageNumbers) {
-    TempDir dir;
-    MakePictureFolders(dir.path(), NumberedNames(20));
-    ScriptedPrompt prompt;
-    ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt));
-
-    const std::string first = ReadText(dir.File("thumbs1.html"));
-    EXPECT_EQ(CountOf(first, "< Previous&nbsp;"), 2) << "no back link on the first page";
-    EXPECT_EQ(CountOf(first, "<a href=\"thumbs2.html\">Next</a>"), 2);
-    const std::string second = ReadText(dir.File("thumbs2.html"));
-    EXPECT_EQ(CountOf(second, "<a href=\"thumbs1.html\">Previous</a>"), 2);
-    EXPECT_EQ(CountOf(second, "&nbsp;> Next</font>"), 2) << "no forward link on the last page";
-
-    // The middle entry of a photo page leads to the thumbnail page of its picture.
-    EXPECT_EQ(CountOf(ReadText(dir.File("photo16.html")), "^ <a href=\"thumbs1.html\">Gallery"), 2);
-    const std::string photo17 = ReadText(dir.File("photo17.html"));
-    EXPECT_EQ(CountOf(photo17, "^ <a href=\"thumbs2.html\">Gallery"), 2);
-    EXPECT_EQ(CountOf(photo17, "<a href=\"photo16.html\">Previous</a>"), 2);
-    EXPECT_EQ(CountOf(photo17, "<a href=\"photo18.html\">Next</a>"), 2);
-    EXPECT_EQ(CountOf(ReadText(dir.File("photo20.html")), "&nbsp;> Next</font>"), 2);
+    // Both navigation rows: previous, up to the thumbnail page of the
+    // picture, next; no back link on the first page nor forward on the last.
+    TempDir twenty;
+    MakePictureFolders(twenty.path(), NumberedNames(20));
+    ASSERT_TRUE(WriteGallery(twenty.path(), "", {4, 4}, {1, 1}, prompt));
+    const struct {
+        const char* page;
+        const char* text;
+    } navigation[] = {
+        {"thumbs1.html", "< Previous&nbsp;"},
+        {"thumbs1.html", "<a href=\"thumbs2.html\">Next</a>"},
+        {"thumbs2.html", "<a href=\"thumbs1.html\">Previous</a>"},
+        {"thumbs2.html", "&nbsp;> Next</font>"},
+        {"photo16.html", "^ <a href=\"thumbs1.html\">Gallery"},
+        {"photo17.html", "^ <a href=\"thumbs2.html\">Gallery"},
+        {"photo17.html", "<a href=\"photo16.html\">Previous</a>"},
+        {"photo17.html", "<a href=\"photo18.html\">Next</a>"},
+        {"photo20.html", "&nbsp;> Next</font>"},
+    };
+    for (const auto& n : navigation)
+        EXPECT_EQ(CountOf(ReadText(twenty.File(n.page)), n.text), 2) << n.page << ": " << n.text;
 }
 
 TEST(GalleryWriter, PicturesComeInByteOrderAndOnlyJpgFilesCount) {
@@ -209,24 +178,15 @@ TEST(GalleryWriter, PicturesComeInByteOrderAndOnlyJpgFilesCount) {
     EXPECT_LT(at("thumbs/.jpg"), at("thumbs/B.JPG"));
     EXPECT_LT(at("thumbs/B.JPG"), at("thumbs/a.Jpg"));
     EXPECT_LT(at("thumbs/a.Jpg"), at("thumbs/b.jpg"));
-    EXPECT_EQ(at("c.jpeg"), std::string::npos);
-    EXPECT_EQ(at("folder.jpg"), std::string::npos);
-    EXPECT_EQ(at("d.jpg.bak"), std::string::npos);
+    for (const char* left : {"c.jpeg", "folder.jpg", "d.jpg.bak"})
+        EXPECT_EQ(at(left), std::string::npos) << left;
 }
 
 TEST(GalleryWriter, NamesWithSpecialCharactersLinkRightAndInjectNothing) {
-    const std::vector<std::string> names = {"a b.jpg",
-                                            "quote\".jpg",
-                                            "<img src=x onerror=alert(1)>.jpg",
-                                            "R&D.jpg",
-                                            "#1.jpg",
-                                            "what?.jpg",
-                                            "100%.jpg",
-                                            "it's.jpg",
-                                            "\xC3\x9C"
-                                            "ber.jpg",
-                                            "back\\slash.jpg",
-                                            "a:b.jpg"};
+    const Pages names = {"a b.jpg",         "quote\".jpg", "<img src=x onerror=alert(1)>.jpg",
+                         "R&D.jpg",         "#1.jpg",      "what?.jpg",
+                         "100%.jpg",        "it's.jpg",    "\u00DCber.jpg",
+                         "back\\slash.jpg", "a:b.jpg"};
     TempDir dir;
     MakePictureFolders(dir.path(), names);
     ScriptedPrompt prompt;
@@ -234,14 +194,11 @@ TEST(GalleryWriter, NamesWithSpecialCharactersLinkRightAndInjectNothing) {
     const std::string thumbs = ReadText(dir.File("thumbs1.html"));
     EXPECT_EQ(CountOf(thumbs, "<img "), int(names.size())) << "a name opened a tag";
     EXPECT_EQ(CountOf(thumbs, "onerror"), 1) << "the name stays, encoded, as text of one src";
-    EXPECT_NE(thumbs.find("src=\"pics/thumbs/a%20b.jpg\""), std::string::npos);
-    EXPECT_NE(thumbs.find("src=\"pics/thumbs/R&amp;D.jpg\""), std::string::npos);
-    EXPECT_NE(thumbs.find("src=\"pics/thumbs/%231.jpg\""), std::string::npos);
-    EXPECT_NE(thumbs.find("src=\"pics/thumbs/%C3%9Cber.jpg\""), std::string::npos);
-    ExpectPagesValid(dir.path());
-}
+    for (const char* src : {"a%20b.jpg", "R&amp;D.jpg", "%231.jpg", "%C3%9Cber.jpg"})
+        EXPECT_NE(thumbs.find(std::string("src=\"pics/thumbs/") + src + "\""), std::string::npos)
+            << src;
+    test::ExpectPagesValid(dir.path());
 
-TEST(LinkText, EncodesWhatAUrlSegmentAndAnAttributeCannotHold) {
     EXPECT_EQ(PercentEncodeSegment("IMG_0001-x.y~z.jpg"), "IMG_0001-x.y~z.jpg");
     EXPECT_EQ(PercentEncodeSegment("a b/c?d#e%f\"g<h>"), "a%20b%2Fc%3Fd%23e%25f%22g%3Ch%3E");
     EXPECT_EQ(PercentEncodeSegment(std::string("\x01\xFF", 2)), "%01%FF");
@@ -254,17 +211,10 @@ TEST(GalleryWriter, TranslatedNavigationWordsGoIntoThePages) {
     MakePictureFolders(dir.path(), {"a.jpg"});
     ScriptedPrompt prompt;
     const Translator german = [](const std::string& english) {
-        if (english == "Previous")
-            return std::string("Zur\xC3\xBC"
-                               "ck");
-        if (english == "Gallery")
-            return std::string("Galerie");
-        return english;
+        return english == "Previous" ? "Zur\u00FCck" : english == "Gallery" ? "Galerie" : english;
     };
     ASSERT_TRUE(WriteGallery(dir.path(), "", {4, 4}, {1, 1}, prompt, german));
-    EXPECT_EQ(CountOf(ReadText(dir.File("thumbs1.html")), "< Zur\xC3\xBC"
-                                                          "ck&nbsp;"),
-              2);
+    EXPECT_EQ(CountOf(ReadText(dir.File("thumbs1.html")), "< Zur\u00FCck&nbsp;"), 2);
     EXPECT_EQ(CountOf(ReadText(dir.File("photo1.html")), ">Galerie</a>"), 2);
 }
 
@@ -279,16 +229,15 @@ TEST(GalleryWriter, MissingPictureFolderGivesFalseWithoutMessageOrPage) {
 }
 
 TEST(GalleryWriter, PageThatCannotBeWrittenStopsWithItsMessageAndKeepsEarlierPages) {
-    struct Case {
+    const struct {
         const char* blocked; // a folder in the way of this page
         const char* message;
         int photoPagesLeft;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"thumbs2.html", "Error creating thumbnail page: aborting", 16},
         {"photo3.html", "Error creating photo page: aborting", 2},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.blocked);
         TempDir dir;
         MakePictureFolders(dir.path(), NumberedNames(17));
@@ -298,7 +247,7 @@ TEST(GalleryWriter, PageThatCannotBeWrittenStopsWithItsMessageAndKeepsEarlierPag
         ASSERT_EQ(prompt.Texts().size(), 1u);
         EXPECT_EQ(prompt.Texts()[0], c.message);
         EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Stop);
-        std::vector<std::string> expected = {"thumbs1.html", c.blocked};
+        Pages expected = {"thumbs1.html", c.blocked};
         for (int i = 1; i <= c.photoPagesLeft; ++i)
             expected.push_back("photo" + std::to_string(i) + ".html");
         std::sort(expected.begin(), expected.end());

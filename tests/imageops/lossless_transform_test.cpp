@@ -42,7 +42,7 @@ protected:
     std::string error;
 };
 
-TEST_F(LosslessTest, RightTurnSwapsTheSizeAndRebuildsTheWorkingImage) {
+TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
     photo.MakeThumbnail({40, 40});
     EXPECT_EQ(photo.IsLandscape(), 1);
     ASSERT_EQ(LosslessTransformPhoto(kLosslessRotateRight, photo, host, error), 0) << error;
@@ -52,12 +52,8 @@ TEST_F(LosslessTest, RightTurnSwapsTheSizeAndRebuildsTheWorkingImage) {
     EXPECT_EQ(photo.screenImage->Height(), 100);
     EXPECT_EQ(host.invalidated, 1);
     EXPECT_FALSE(TempFileLeft());
-}
 
-TEST_F(LosslessTest, TurnsAndMirrorsUndoThemselvesByteForByteAndKeepExif) {
-    // The first turn rewrites the tables; from then on bytes must repeat.
-    ASSERT_EQ(LosslessTransformPhoto(kLosslessRotate180, photo, host, error), 0);
-    ASSERT_EQ(LosslessTransformPhoto(kLosslessRotate180, photo, host, error), 0);
+    // The first turn rewrote the tables; from then on bytes must repeat.
     const test::Bytes start = Contents();
     const std::vector<std::vector<int>> sequences = {
         {kLosslessRotateRight, kLosslessRotateRight, kLosslessRotateRight, kLosslessRotateRight},

@@ -152,19 +152,6 @@ TEST(Sharpen, SinglePixelGrowsNinefoldAtNineAndUniformPicturesStay) {
     }
 }
 
-TEST(Convolve, LonePixelSpreadsTheKernelTurnedHalfway) {
-    CConvolution k;
-    for (int i = 0; i < 9; ++i)
-        k.weights[i] = i + 1;
-    Bitmap img = test::Uniform(9, 7, 0xFF000000);
-    img.SetPixel(4, 3, 0xFF00000A); // blue 10
-    EXPECT_TRUE(Convolve(img, k));
-    for (int dy = -1; dy <= 1; ++dy)
-        for (int dx = -1; dx <= 1; ++dx)
-            EXPECT_EQ(Channel(img, 4 - dx, 3 - dy, 0), 10 * ((dy + 1) * 3 + dx + 2))
-                << dx << "," << dy;
-}
-
 TEST(Convolve, BorderRingAndAlphaStayAndBadInputIsHarmless) {
     Bitmap img = test::RandomPicture(19, 9, 3);
     const Bitmap before = test::Copy(img);
