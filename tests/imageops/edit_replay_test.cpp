@@ -137,25 +137,6 @@ TEST_F(EditTest, SecondCropCutsThePreviewAgainButCommitTakesOnlyTheLast) {
     EXPECT_TRUE(test::SamePixels(*full, *CropImage(&source, 320, 240, 320, 240)));
 }
 
-TEST_F(EditTest, PreviewDenoisesFullSizePixelsAndFixesRedEyeAtTheScaledPoint) {
-    Show(640, 480);
-    photo.edits.SetDenoise(1);
-    photo.ApplyEdits(editAll, window, false);
-    Bitmap full = test::Decoded(photo.path);
-    CDenoiseFilter().FilterInPlace(full);
-    EXPECT_TRUE(test::SamePixels(*photo.screenImage, Fitted(full)));
-
-    photo.edits.Clear();
-    photo.LoadScreenImage(window.screen);
-    photo.edits.AddRedEyePoint(Point{401, 203});
-    photo.ApplyEdits(editAll, window, false);
-    Bitmap expected = Fresh();
-    CRedEyeFixer fixer(10);
-    fixer.SetImage(&expected);
-    fixer.Fix(401 * 320 / 640, 203 * 240 / 480);
-    EXPECT_TRUE(test::SamePixels(*photo.screenImage, expected));
-}
-
 TEST_F(EditTest, RedEyeClickMapsTheScreenToTheFullImage) {
     test::TestJpegOptions o;
     o.width = 1600;

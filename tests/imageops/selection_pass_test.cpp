@@ -71,13 +71,6 @@ TEST_F(SelectionPassTest, ScopeChoosesThePhotos) {
     EXPECT_TRUE(prompt.texts.empty());
 }
 
-TEST_F(SelectionPassTest, WithAllAColourChangeRecordsOnEveryPhoto) {
-    processor.SetOperation(opBrightness, 0.3f);
-    EXPECT_EQ(Run(COperation::Plain(opApplyColor), kAll), 0);
-    for (int i = 0; i < list.Count(); ++i)
-        EXPECT_FLOAT_EQ(list.PhotoAt(i)->edits.brightness, 0.3f);
-}
-
 TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
     EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 0);
     EXPECT_EQ(list.Count(), 0);

@@ -42,20 +42,6 @@ TEST(JpegCodec, EncodeDecodeRoundTripKeepsPixelsAndResolution) {
     EXPECT_EQ(back.PixelAt(10, 10) >> 24, 0xFFu); // opaque
 }
 
-TEST(JpegCodec, ScaledDecodeTakesTheSmallestCoveringScale) {
-    test::TempDir dir;
-    ASSERT_TRUE(test::WritePhotoJpeg(dir.File("a.jpg"), 800, 600, 1));
-    Bitmap out;
-    std::string error;
-    JpegDecoder d;
-    JpegInfo info;
-    ASSERT_TRUE(d.DecodeFile(dir.File("a.jpg"), {100, 75}, out, info, error)) << error;
-    EXPECT_EQ(out.Width(), 100); // 1/8
-    EXPECT_EQ(info.width, 800);
-    ASSERT_TRUE(d.DecodeFile(dir.File("a.jpg"), {101, 75}, out, info, error));
-    EXPECT_EQ(out.Width(), 200); // 1/8 falls short by a pixel; 2/8 covers
-}
-
 TEST(JpegCodec, GreyProgressiveAndCmykPicturesDecode) {
     test::TestJpegOptions grey, progressive;
     grey.grayscale = true;
