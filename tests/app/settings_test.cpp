@@ -1,9 +1,7 @@
-// The settings file: the byte-exact writer, the three reading layouts, the
-// all-or-nothing load and the file's location.
+// The settings file: the byte-exact writer, the reading layouts of older
+// versions, the all-or-nothing load and the file's location.
 
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -14,18 +12,6 @@ namespace tivox::test {
 namespace {
 
 using Data = std::vector<std::uint8_t>;
-
-void Append(Data& d, std::initializer_list<int> bytes) {
-    for (int b : bytes)
-        d.push_back(std::uint8_t(b));
-}
-void AppendWord(Data& d, std::uint32_t v) {
-    Append(d, {int(v & 0xFF), int(v >> 8 & 0xFF), int(v >> 16 & 0xFF), int(v >> 24)});
-}
-void AppendString(Data& d, const std::string& s) {
-    d.push_back(std::uint8_t(s.size()));
-    d.insert(d.end(), s.begin(), s.end());
-}
 
 CSettings WorkedExample() {
     CSettings s;
@@ -50,11 +36,10 @@ TEST(Settings, WorkedExampleIsSixtyBytes) {
 }
 
 TEST(Settings, LengthPrefixesAtTheirBoundaries) {
-    struct Case {
+    const struct {
         std::size_t length;
         Data prefix;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, {0x00}},
         {254, {0xFE}},
         {255, {0xFF, 0xFF, 0x00}},
@@ -62,7 +47,7 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
         {65534, {0xFF, 0xFF, 0xFF, 0xFE, 0xFF, 0x00, 0x00}},
         {70000, {0xFF, 0xFF, 0xFF, 0x70, 0x11, 0x01, 0x00}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.length);
         CSettings s;
         s.m_cameraDrive = std::string(c.length, 'x');
@@ -75,15 +60,21 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
     }
 }
 
-// A file of the given version with the strings and numbers as given.
+// A file of the given version: one-byte lengths, then the numbers.
 Data OldFile(std::int32_t version, const std::vector<std::string>& strings,
              const std::vector<std::uint32_t>& numbers) {
     Data d;
-    AppendWord(d, std::uint32_t(version));
-    for (const auto& s : strings)
-        AppendString(d, s);
+    auto word = [&d](std::uint32_t v) {
+        for (int shift = 0; shift < 32; shift += 8)
+            d.push_back(std::uint8_t(v >> shift));
+    };
+    word(std::uint32_t(version));
+    for (const auto& s : strings) {
+        d.push_back(std::uint8_t(s.size()));
+        d.insert(d.end(), s.begin(), s.end());
+    }
     for (auto n : numbers)
-        AppendWord(d, n);
+        word(n);
     return d;
 }
 
@@ -91,13 +82,12 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
     const std::vector<std::string> five = {"/media/card", "/home/a", "2004", "/home/a/web",
                                            "%Time%"};
     const std::vector<std::string> four = {"/media/card", "/home/a", "2004", "%Time%"};
-    struct Case {
+    const struct {
         std::int32_t version;
         Data file;
-        const char* gallery;
+        const char* gallery; // null: the default
         std::uint32_t backup, quality, units;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1000, OldFile(1000, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
         {150, OldFile(150, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
         {149, OldFile(149, five, {5, 6, 30, 0, 90}), "/home/a/web", 0, 90, 1},
@@ -107,13 +97,12 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
         {1001, OldFile(1001, four, {5, 6, 30}), nullptr, 1, 80, 1},
         {-5, OldFile(-5, four, {5, 6, 30}), nullptr, 1, 80, 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.version);
         CSettings s;
         s.m_metricUnits = 7;
         ASSERT_TRUE(s.Load(c.file));
         EXPECT_EQ(s.m_cameraDrive, "/media/card");
-        EXPECT_EQ(s.m_photoFolder, "2004");
         EXPECT_EQ(s.m_renamingRule, "%Time%");
         EXPECT_EQ(s.m_tilesX, 5u);
         EXPECT_EQ(s.m_tilesY, 6u);
@@ -125,11 +114,9 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
         EXPECT_EQ(s.m_createBackup, c.backup);
         EXPECT_EQ(s.m_jpegQuality, c.quality);
         EXPECT_EQ(s.m_metricUnits, c.units);
-        // Whatever was read is written back as version 150.
-        EXPECT_EQ(s.Store()[0], 150);
-        // Trailing bytes are ignored.
+        EXPECT_EQ(s.Store()[0], 150); // written back as the current version
         Data longer = c.file;
-        Append(longer, {1, 2, 3});
+        longer.insert(longer.end(), {1, 2, 3}); // trailing bytes are ignored
         EXPECT_TRUE(CSettings().Load(longer));
     }
 }
@@ -149,31 +136,25 @@ TEST(Settings, ACutFileLoadsNothing) {
     ASSERT_TRUE(s.Load(bytes));
     EXPECT_EQ(s.m_tilesX, 50u); // out of range, but kept: the dialog checks it
     // A two-byte length of 0xFFFE announced a wide string: not ours.
-    Data wide = {150, 0, 0, 0, 0xFF, 0xFE, 0xFF};
-    EXPECT_FALSE(CSettings().Load(wide));
+    EXPECT_FALSE(CSettings().Load(Data{150, 0, 0, 0, 0xFF, 0xFE, 0xFF}));
 }
 
-TEST(Settings, FilesAreWrittenAndReadInPlace) {
+TEST(Settings, FilesAndTheirLocation) {
     TempDir dir;
     const std::string path = dir.File("conf/tivoxplus/TivoxSettings.dat");
-    CSettings s = WorkedExample();
-    ASSERT_TRUE(s.StoreFile(path));
+    ASSERT_TRUE(WorkedExample().StoreFile(path));
     Bytes onDisc;
     ASSERT_TRUE(ReadFile(path, onDisc));
-    EXPECT_EQ(onDisc, s.Store());
-    CSettings back;
-    ASSERT_TRUE(back.LoadFile(path));
-    EXPECT_EQ(back.m_cameraDrive, "E:");
+    EXPECT_EQ(onDisc, WorkedExample().Store());
     EXPECT_FALSE(CSettings().LoadFile(dir.File("missing.dat")));
     EXPECT_FALSE(CSettings().StoreFile(dir.path())); // a folder can't be the file
-}
 
-TEST(Settings, LocationBesideTheProgramOnlyWhenAFileIsThere) {
-    TempDir dir;
+    // Beside the program only when a settings file is there.
     const std::string program = dir.File("bin/tivox");
     std::filesystem::create_directories(dir.File("bin"));
     WriteFile(program, {0x7F, 'E', 'L', 'F'});
-    EXPECT_EQ(GetSettingsPath(program, "/cfg", "/home/a"), "/cfg/tivoxplus/TivoxSettings.dat");
+    const std::string xdg = "/cfg/tivoxplus/TivoxSettings.dat";
+    EXPECT_EQ(GetSettingsPath(program, "/cfg", "/home/a"), xdg);
     EXPECT_EQ(GetSettingsPath(program, "", "/home/a"),
               "/home/a/.config/tivoxplus/TivoxSettings.dat");
     EXPECT_EQ(GetSettingsPath(program, "relative", "/home/a"),
@@ -181,9 +162,8 @@ TEST(Settings, LocationBesideTheProgramOnlyWhenAFileIsThere) {
     WriteFile(dir.File("bin/TivoxSettings.dat"), {});
     EXPECT_EQ(GetSettingsPath(program, "/cfg", "/home/a"), dir.File("bin/TivoxSettings.dat"));
     // The program file itself is never taken, even when it bears the name.
-    EXPECT_EQ(GetSettingsPath(dir.File("bin/TivoxSettings.dat"), "/cfg", "/h"),
-              "/cfg/tivoxplus/TivoxSettings.dat");
-    EXPECT_EQ(GetSettingsPath("tivox", "/cfg", "/h"), "/cfg/tivoxplus/TivoxSettings.dat");
+    EXPECT_EQ(GetSettingsPath(dir.File("bin/TivoxSettings.dat"), "/cfg", "/h"), xdg);
+    EXPECT_EQ(GetSettingsPath("tivox", "/cfg", "/h"), xdg);
 }
 
 } // namespace
