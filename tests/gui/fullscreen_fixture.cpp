@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "support/test_jpeg.h"
+
 namespace tivox::test {
 
 void FullScreenTest::SetUp() {
@@ -20,9 +22,8 @@ void FullScreenTest::SetUp() {
 }
 
 void FullScreenTest::TearDown() {
-    if (m_window->HasWindow()) {
+    if (m_window->HasWindow())
         m_window->DestroyWindow();
-    }
     m_window.reset();
 }
 
@@ -32,27 +33,21 @@ std::string FullScreenTest::PhotoPath(int index) const {
     return m_folder + name;
 }
 
-void FullScreenTest::WritePhotos(const std::vector<TestPhoto>& photos) {
-    for (std::size_t i = 0; i < photos.size(); ++i) {
-        TestJpegOptions options;
-        options.width = photos[i].width;
-        options.height = photos[i].height;
-        options.pattern = Pattern::Solid;
-        options.solid = photos[i].color;
-        options.quality = 95;
-        ASSERT_TRUE(WriteFile(PhotoPath(int(i)), MakeJpeg(options)));
-    }
-}
-
-void FullScreenTest::WritePhotos(int count, TestPhoto photo) {
-    WritePhotos(std::vector<TestPhoto>(std::size_t(count), photo));
+void FullScreenTest::WritePhotos(int count, int width, int height, std::uint32_t color) {
+    TestJpegOptions options;
+    options.width = width;
+    options.height = height;
+    options.pattern = Pattern::Solid;
+    options.solid = color;
+    options.quality = 95;
+    for (int i = 0; i < count; ++i)
+        ASSERT_TRUE(WriteFile(PhotoPath(i), MakeJpeg(options)));
 }
 
 void FullScreenTest::Open(int tilesX, int tilesY, int statusHeight) {
     m_list.Clear();
-    if (!m_window->HasWindow()) {
+    if (!m_window->HasWindow())
         m_window->Create(QRect(0, 0, 1024, 768));
-    }
     m_window->SetMainDlg(&m_owner);
     m_window->Configure(std::uint32_t(tilesX), std::uint32_t(tilesY), std::uint32_t(statusHeight));
     m_list.SetThumbnailSize(m_window->GetThumbSize());
@@ -67,24 +62,21 @@ void FullScreenTest::Settle() {
     QApplication::processEvents();
 }
 
+void FullScreenTest::Mouse(QEvent::Type type, int x, int y, Qt::MouseButton button,
+                           Qt::MouseButtons held) {
+    QMouseEvent event(type, QPointF(x, y), QPointF(x, y), button, held, Qt::NoModifier);
+    QApplication::sendEvent(m_window.get(), &event);
+}
+
 void FullScreenTest::Move(int x, int y, Qt::MouseButtons held) {
-    QMouseEvent event(QEvent::MouseMove, QPointF(x, y), QPointF(x, y), Qt::NoButton, held,
-                      Qt::NoModifier);
-    QApplication::sendEvent(m_window.get(), &event);
+    Mouse(QEvent::MouseMove, x, y, Qt::NoButton, held);
 }
-
 void FullScreenTest::Press(int x, int y) {
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(x, y), QPointF(x, y), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(m_window.get(), &event);
+    Mouse(QEvent::MouseButtonPress, x, y, Qt::LeftButton, Qt::LeftButton);
 }
-
 void FullScreenTest::Release(int x, int y) {
-    QMouseEvent event(QEvent::MouseButtonRelease, QPointF(x, y), QPointF(x, y), Qt::LeftButton,
-                      Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(m_window.get(), &event);
+    Mouse(QEvent::MouseButtonRelease, x, y, Qt::LeftButton, Qt::NoButton);
 }
-
 void FullScreenTest::Click(int x, int y) {
     Press(x, y);
     Release(x, y);
@@ -93,9 +85,7 @@ void FullScreenTest::Click(int x, int y) {
 void FullScreenTest::DoubleClick(int x, int y) {
     // As the platform delivers it: press, release, double click, release.
     Click(x, y);
-    QMouseEvent event(QEvent::MouseButtonDblClick, QPointF(x, y), QPointF(x, y), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(m_window.get(), &event);
+    Mouse(QEvent::MouseButtonDblClick, x, y, Qt::LeftButton, Qt::LeftButton);
     Release(x, y);
 }
 

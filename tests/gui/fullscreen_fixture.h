@@ -4,18 +4,14 @@
 // boxes and input sent straight to the window.
 
 #include <QImage>
-#include <QPoint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "app/settings.h"
 #include "gui/gui_fixture.h"
 #include "photos/photo_list.h"
-#include "platform/user_seams.h"
-#include "support/test_jpeg.h"
 #include "ui/fullscreen_wnd.h"
 
 namespace tivox::test {
@@ -31,21 +27,13 @@ public:
     CSettings settings;
 };
 
-// One photo of the generated folder.
-struct TestPhoto {
-    int width = 320;
-    int height = 240;
-    std::uint32_t color = 0x808080; // solid 0xRRGGBB
-};
-
 class FullScreenTest : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Writes the photos as photo_00.jpg ... into the folder.
-    void WritePhotos(const std::vector<TestPhoto>& photos);
-    void WritePhotos(int count, TestPhoto photo = {});
+    // Writes `count` solid photos (colour 0xRRGGBB) as photo_00.jpg ...
+    void WritePhotos(int count, int width = 320, int height = 240, std::uint32_t color = 0x808080);
     // The opening order of the main dialog; waits for every thumbnail.
     void Open(int tilesX = 4, int tilesY = 4, int statusHeight = 30);
     std::string PhotoPath(int index) const;
@@ -70,6 +58,9 @@ protected:
     CountingBusy m_busy;
     CPhotoList m_list;
     std::unique_ptr<CFullScreenWnd> m_window;
+
+private:
+    void Mouse(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons held);
 };
 
 } // namespace tivox::test
