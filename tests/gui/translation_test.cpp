@@ -1,8 +1,8 @@
 // The German language file: it loads, it holds every text of the dialogs,
-// and the dialogs come up in German with it.
+// and the windows come up in German with it.
 
 #include <QAbstractButton>
-#include <QFile>
+#include <QContextMenuEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTranslator>
@@ -12,76 +12,77 @@
 #include "gui_fixture.h"
 #include "ui/about_dlg.h"
 #include "ui/drives_dlg.h"
+#include "ui/fullscreen_editing.h"
+#include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
+#include "ui/tab_color.h"
 #include "ui/tivox_app.h"
 
 namespace tivox::test {
 namespace {
 
-// Every caption, label and tool tip of a window, as shown.
-std::vector<QString> Texts(QWidget& window) {
-    std::vector<QString> texts{window.windowTitle()};
-    for (QLabel* label : window.findChildren<QLabel*>())
-        texts.push_back(label->text());
-    for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
-        texts.push_back(button->text());
-        texts.push_back(button->toolTip());
-    }
-    std::erase_if(texts, [](const QString& t) { return t.isEmpty() || t == "TivoxPlus"; });
-    return texts;
-}
-
 class German : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(QFile::exists(TIVOX_QM_FILE));
-        ASSERT_TRUE(language.load(QStringLiteral(TIVOX_QM_FILE)));
-    }
+    void SetUp() override { ASSERT_TRUE(language.load(QStringLiteral(TIVOX_QM_FILE))); }
     void TearDown() override { QCoreApplication::removeTranslator(&language); }
     QTranslator language;
 };
 
 TEST_F(German, EveryTextOfTheDialogsHasATranslation) {
     DialogRig rig;
-    rig.dlg->Commands().Fields().m_cameraDrive = "/media/card";
-    rig.dlg->Commands().UpdateData(false);
     CDrivesDlg drives([] { return std::vector<CDriveInfo>{}; });
     CAboutDlg about;
-    struct Window {
-        QWidget* widget;
-        const char* context;
-    };
-    for (const Window& w : {Window{rig.dlg.get(), "CTivoxDlg"}, Window{&drives, "CDrivesDlg"},
-                            Window{&about, "CAboutDlg"}}) {
-        for (const QString& text : Texts(*w.widget)) {
-            if (text == "/media/card" || text.startsWith("https://"))
+    const std::pair<QWidget*, const char*> windows[] = {
+        {rig.dlg.get(), "CTivoxDlg"}, {&drives, "CDrivesDlg"}, {&about, "CAboutDlg"}};
+    for (const auto& [window, context] : windows) {
+        // Every caption, label and tool tip, as shown.
+        QStringList texts{window->windowTitle()};
+        for (QLabel* label : window->findChildren<QLabel*>())
+            texts << label->text();
+        for (QAbstractButton* button : window->findChildren<QAbstractButton*>())
+            texts << button->text() << button->toolTip();
+        for (QString text : texts) {
+            if (text.isEmpty() || text == "TivoxPlus" || text.startsWith("https://"))
                 continue;
-            QString source = text;
             // Balloon tips are the text wrapped in a paragraph.
-            if (source.startsWith("<p"))
-                source = source.section('>', 1).section("</p>", 0, 0);
-            const QString german = language.translate(w.context, source.toUtf8().constData());
-            EXPECT_FALSE(german.isEmpty()) << w.context << ": " << source.toStdString();
+            if (text.startsWith("<p"))
+                text = text.section('>', 1).section("</p>", 0, 0);
+            EXPECT_FALSE(language.translate(context, text.toUtf8().constData()).isEmpty())
+                << context << ": " << text.toStdString();
         }
     }
 }
 
-TEST_F(German, CoreMessagesAreTranslatedBeforeTheirArgumentsGoIn) {
+TEST_F(German, TheWindowsComeUpInGerman) {
     QCoreApplication::installTranslator(&language);
+    // Core messages are translated before their arguments go in.
     EXPECT_EQ(TranslateUiText(RangeMessage(2, 10)).toStdString(),
               "Bitte geben Sie eine ganze Zahl zwischen 2 und 10 ein.");
-    const UiText unknown{"Not in the file: %s", {"x"}};
-    EXPECT_EQ(TranslateUiText(unknown).toStdString(), "Not in the file: x");
-}
-
-TEST_F(German, TheDialogsComeUpInGerman) {
-    QCoreApplication::installTranslator(&language);
+    EXPECT_EQ(TranslateUiText({"Not in the file: %s", {"x"}}).toStdString(), "Not in the file: x");
     DialogRig rig;
     EXPECT_EQ(rig.dlg->Button("exit")->text(), "&Beenden");
     EXPECT_EQ(rig.dlg->Button("getPhotos")->text(), "Fotos &holen");
-    EXPECT_EQ(rig.dlg->windowTitle(), "TivoxPlus");
-    CDrivesDlg drives([] { return std::vector<CDriveInfo>{}; });
-    EXPECT_EQ(drives.windowTitle(), "Laufwerke");
+    EXPECT_EQ(CDrivesDlg([] { return std::vector<CDriveInfo>{}; }).windowTitle(), "Laufwerke");
+
+    rig.dlg->Commands().Fields().m_baseFolder = rig.dir.path(); // an empty photo folder
+    rig.dlg->Commands().UpdateData(false);
+    CFullScreenEditing editing{*rig.dlg};
+    editing.Window().SetPrompt(&rig.prompt);
+    rig.dlg->OnFullScreen();
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(50, 50), QPoint(50, 50));
+    QApplication::sendEvent(&editing.Window(), &menu);
+    CImageOpsDlg* dlg = editing.Window().ImageOpsDlg();
+    ASSERT_NE(dlg, nullptr);
+    EXPECT_EQ(dlg->windowTitle(), "Bildbearbeitung");
+    QStringList tabs;
+    for (int i = 0; i < dlg->Tab()->count(); ++i)
+        tabs << dlg->Tab()->tabText(i);
+    EXPECT_EQ(tabs, (QStringList{"Basis", "Farbe", "Foto", "Web"}));
+    EXPECT_EQ(dlg->CommitButton()->text(), QString::fromUtf8("Ü&bernehmen"));
+    QStringList labels;
+    for (QLabel* label : dlg->Tab()->m_color->findChildren<QLabel*>())
+        labels << label->text();
+    EXPECT_TRUE(labels.contains(QString::fromUtf8("Sättigung")));
 }
 
 TEST(LanguageFile, TheAppFallsBackToEnglishWithoutTheFile) {
@@ -90,10 +91,9 @@ TEST(LanguageFile, TheAppFallsBackToEnglishWithoutTheFile) {
     EXPECT_FALSE(app.LoadLanguage({QString::fromStdString(empty.path())}));
     EXPECT_FALSE(app.LanguageLoaded());
     EXPECT_EQ(QCoreApplication::translate("CTivoxDlg", "E&xit"), "E&xit");
-
-    const QString folder = QFileInfo(QStringLiteral(TIVOX_QM_FILE)).absolutePath();
     {
         CTivoxApp german(*qApp);
+        const QString folder = QFileInfo(QStringLiteral(TIVOX_QM_FILE)).absolutePath();
         EXPECT_TRUE(german.LoadLanguage({QString::fromStdString(empty.path()), folder}));
         EXPECT_EQ(QCoreApplication::translate("CTivoxDlg", "E&xit"), "&Beenden");
     }
