@@ -1,7 +1,7 @@
 #pragma once
 // Helpers of the widget tests: scripted folder pickers (message boxes are
-// answered by the ScriptedPrompt of the acquisition tests), a dialog over a settings file of its
-// own, and modal windows answered from inside their event loop.
+// answered by the ScriptedPrompt of the acquisition tests), a dialog over a
+// settings file of its own, and modal windows answered from their event loop.
 
 #include <QApplication>
 #include <QTimer>
@@ -29,19 +29,33 @@ public:
     std::vector<Run> runs;
 
     bool PickFolder(const UiText& title, const std::string& startFolder,
-                    std::string& chosen) override;
+                    std::string& chosen) override {
+        runs.push_back({RenderUiText(title), startFolder});
+        const std::string next = folders.empty() ? std::string() : folders.front();
+        if (!folders.empty())
+            folders.erase(folders.begin());
+        if (next.empty())
+            return false;
+        chosen = next;
+        return true;
+    }
 };
 
 // A main dialog with a settings file in a folder of its own, seams scripted.
 struct DialogRig {
-    DialogRig();
-    explicit DialogRig(const std::string& settingsFile);
-    std::string SettingsFile() const { return settings; }
-    // Ends and destroys the dialog (which stores the settings).
-    void Close();
+    explicit DialogRig(const std::string& settingsFile = {})
+        : dlg(std::make_unique<CTivoxDlg>(
+              nullptr, settingsFile.empty() ? dir.File("TivoxSettings.dat") : settingsFile)) {
+        dlg->SetPrompt(&prompt);
+        dlg->SetFolderPicker(&picker);
+    }
+    // Ends and destroys the dialog, which stores the settings.
+    void Close() {
+        dlg->done(QDialog::Accepted);
+        dlg.reset();
+    }
 
     TempDir dir;
-    std::string settings;
     ScriptedPrompt prompt;
     ScriptedPicker picker;
     std::unique_ptr<CTivoxDlg> dlg;
@@ -50,10 +64,7 @@ struct DialogRig {
 // Runs `answer` on the modal window that `open` brings up, from inside its
 // event loop, then returns what open returned.
 template <typename Open> auto WithModal(std::function<void(QWidget*)> answer, Open open) {
-    QTimer::singleShot(0, [answer] {
-        QWidget* modal = QApplication::activeModalWidget();
-        answer(modal);
-    });
+    QTimer::singleShot(0, [answer] { answer(QApplication::activeModalWidget()); });
     return open();
 }
 
