@@ -52,8 +52,8 @@ protected:
     }
 };
 
-TEST_F(FullScreenTools, CropToolsDrawWithTheirRatioAndEscStepsBack) {
-    WritePhotos(1, 1024, 768);
+TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
+    WritePhotos(1, 1024, 768, 0x404040);
     ShowSingle(0);
     PhotoPage()->Button(1)->click();  // "9x13"
     EXPECT_FALSE(Dlg()->isVisible()); // out of the way of the mouse
@@ -62,53 +62,38 @@ TEST_F(FullScreenTools, CropToolsDrawWithTheirRatioAndEscStepsBack) {
     EXPECT_EQ(Mode(), ModeCropPlaced);
     EXPECT_EQ(m_window->CurrentCursor(), ToolCursor::Move);
     EXPECT_EQ(CropRect(), (Rect{100, 100, 100, 69}));
+    const QImage frame = Grab(); // all but the rectangle lies under a veil
+    EXPECT_NEAR(qRed(frame.pixel(150, 130)), 0x40, 6);
+    for (QPoint band : {QPoint(50, 130), QPoint(150, 50), QPoint(150, 500), QPoint(700, 130)})
+        EXPECT_GT(qRed(frame.pixel(band)), 0x40 + 60) << band.x() << "," << band.y();
     Click(500, 500); // a release outside the rectangle changes nothing
-    EXPECT_TRUE(m_prompt.shown.empty());
     Key(Qt::Key_Escape);
     EXPECT_EQ(Mode(), ModeCrop9x13);
     Key(Qt::Key_Escape);
     EXPECT_EQ(Mode(), ModeSelect);
-    EXPECT_TRUE(m_window->HasWindow());
     PhotoPage()->Button(5)->click(); // "20x30" shares the tool of "10x15"
     EXPECT_EQ(Mode(), ModeCrop10x15);
-}
+    EXPECT_TRUE(m_prompt.shown.empty());
 
-TEST_F(FullScreenTools, CropOverlayVeilsAllButTheRectangle) {
-    WritePhotos(1, 1024, 768, 0x404040);
-    ShowSingle(0);
-    PhotoPage()->Button(6)->click(); // free
-    Drag(200, 200, 400, 300);
-    const QImage frame = Grab();
-    EXPECT_NEAR(qRed(frame.pixel(300, 250)), 0x40, 6); // inside: own colours
-    for (QPoint band : {QPoint(100, 250), QPoint(300, 100), QPoint(300, 500), QPoint(700, 250)})
-        EXPECT_GT(qRed(frame.pixel(band)), 0x40 + 60) << band.x() << "," << band.y();
-}
-
-TEST_F(FullScreenTools, CropQuestionNoAbandonsYesCrops) {
-    WritePhotos(1, 1024, 768);
-    ShowSingle(0);
-    PhotoPage()->Button(6)->click(); // "Free\nCrop"
+    // Free: dragged, the rectangle moves with the mouse; the release asks.
+    PhotoPage()->Button(6)->click();
     Drag(100, 100, 300, 250);
-    // Dragged, the rectangle moves with the mouse; the release asks.
     Move(150, 150);
     Move(180, 160, Qt::LeftButton);
     EXPECT_EQ(CropRect(), (Rect{130, 110, 200, 150}));
-    m_prompt.answers = {PromptAnswer::No};
+    m_prompt.answers = {PromptAnswer::No, PromptAnswer::Yes};
     Release(180, 160);
     ASSERT_EQ(m_prompt.Texts(), std::vector<std::string>{"Really crop the image(s)?"});
     EXPECT_EQ(m_prompt.shown[0].icon, PromptIcon::Question);
     EXPECT_EQ(Mode(), ModeSelect);
     EXPECT_FALSE(Photo(0)->edits.HasPending());
-
     PhotoPage()->Button(6)->click();
     Drag(100, 100, 300, 250);
-    m_prompt.answers = {PromptAnswer::Yes};
     Click(150, 150);
     EXPECT_EQ(Mode(), ModeSelect);
     EXPECT_TRUE(Photo(0)->edits.cropPending);
     EXPECT_EQ(Photo(0)->edits.cropRect, (Rect{100, 100, 200, 150}));
-    // The piece is shown at screen size.
-    EXPECT_NEAR(Photo(0)->screenImage->Width(), 1024, 1);
+    EXPECT_NEAR(Photo(0)->screenImage->Width(), 1024, 1); // the piece at screen size
     EXPECT_NEAR(Photo(0)->screenImage->Height(), 768, 1);
     EXPECT_GE(m_busy.begun, 1);
     EXPECT_EQ(m_busy.depth, 0); // every begin has its end
@@ -208,11 +193,17 @@ TEST_F(FullScreenTools, PhotoPageUnitsAndKeepAspectRatio) {
     EXPECT_EQ(height->text(), "75");
 }
 
-TEST_F(FullScreenTools, ColorCommitWritesTheFileAndResetsTheControls) {
+TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     WritePhotos(2, 320, 240, 0x606060);
-    const Bytes before1 = FileBytes(1);
+    const Bytes before = FileBytes(0), before1 = FileBytes(1);
     ShowSingle(0);
     QSlider* brightness = ColorPage()->Slider(0);
+    brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    Dlg()->DiscardButton()->click();
+    EXPECT_FALSE(Photo(0)->edits.HasPending());
+    EXPECT_EQ(brightness->value(), 0);
+    EXPECT_EQ(FileBytes(0), before);
+
     brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
     brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
     EXPECT_EQ(ColorPage()->ValueText()->text(), "0.2");
@@ -220,40 +211,25 @@ TEST_F(FullScreenTools, ColorCommitWritesTheFileAndResetsTheControls) {
     // Arrow keys move the slider without an effect.
     ColorPage()->Slider(1)->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_FLOAT_EQ(Photo(0)->edits.contrast, 1.0f);
-
     Dlg()->CommitButton()->click();
     EXPECT_FALSE(Photo(0)->edits.HasPending());
     EXPECT_EQ(brightness->value(), 0);
     EXPECT_EQ(ColorPage()->ValueText()->text(), "0.2"); // the text keeps its number
     CPhoto check;
     check.SetPath(PhotoPath(0));
-    const auto pixels = check.LoadScaled({320, 240});
-    ASSERT_FALSE(pixels->IsEmpty());
-    EXPECT_GT((pixels->PixelAt(160, 120) >> 16) & 0xFF, 0x60 + 30u);
+    EXPECT_GT((check.LoadScaled({320, 240})->PixelAt(160, 120) >> 16) & 0xFF, 0x60 + 30u);
     EXPECT_EQ(FileBytes(1), before1);
-    EXPECT_TRUE(m_prompt.shown.empty());
-}
-
-TEST_F(FullScreenTools, DiscardAndClosingSaveNothing) {
-    WritePhotos(1, 320, 240, 0x606060);
-    const Bytes before = FileBytes(0);
-    ShowSingle(0);
-    ColorPage()->Slider(0)->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    ASSERT_TRUE(Photo(0)->edits.HasPending());
-    Dlg()->DiscardButton()->click();
-    EXPECT_FALSE(Photo(0)->edits.HasPending());
-    EXPECT_EQ(ColorPage()->Slider(0)->value(), 0);
-    EXPECT_EQ(FileBytes(0), before);
 
     // Pending edits at closing end unsaved and unasked.
-    ColorPage()->Slider(0)->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    const Bytes committed = FileBytes(0);
+    brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
     PhotoPage()->Button(9)->click();
     Click(100, 100);
     Key(Qt::Key_Escape); // leaves red eye
     Key(Qt::Key_Escape); // closes
     EXPECT_FALSE(m_window->HasWindow());
     EXPECT_EQ(m_window->ImageOpsDlg(), nullptr);
-    EXPECT_EQ(FileBytes(0), before);
+    EXPECT_EQ(FileBytes(0), committed);
     EXPECT_TRUE(m_prompt.shown.empty());
 }
 
