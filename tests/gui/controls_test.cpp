@@ -1,12 +1,13 @@
-// The custom controls: icon button, hyperlink label, folder browser.
+// The custom controls: icon button, colour strip, hyperlink label, folder
+// browser.
 
 #include <QApplication>
 #include <QEnterEvent>
-#include <QFileDialog>
 #include <QMouseEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include "controls/color_static.h"
 #include "controls/folder_browser.h"
 #include "controls/hyper_link_static.h"
 #include "controls/icon_button.h"
@@ -54,14 +55,21 @@ TEST(IconButton, PicturesAtRestUnderTheMouseAndChecked) {
     CIconButton button(QStringLiteral("Caption"));
     ASSERT_EQ(button.SetIcon(QStringLiteral(":/icons/camera.svg"), 32, 32, CIconButton::kGrayCopy),
               0);
-    const QImage rest = button.CurrentPicture();
-    const QRgb gray = rest.pixel(16, 18); // the gray copy at rest
+    const QRgb gray = button.CurrentPicture().pixel(16, 18); // the gray copy at rest
     EXPECT_TRUE(qRed(gray) == qGreen(gray) && qGreen(gray) == qBlue(gray));
     Enter(&button);
     const QRgb colour = button.CurrentPicture().pixel(16, 18);
     EXPECT_NE(qRed(colour), qBlue(colour));
     Leave(&button);
-    EXPECT_EQ(button.CurrentPicture(), rest);
+    EXPECT_EQ(button.CurrentPicture().pixel(16, 18), gray);
+    // A missing picture leaves the caption.
+    EXPECT_EQ(button.SetIcon(QStringLiteral(":/icons/none.svg"), 16, 16), 1);
+    EXPECT_FALSE(button.HasPicture());
+    // A bitmap's transparent colour is see-through.
+    ASSERT_EQ(button.SetBitmap(QStringLiteral(":/icons/fullscreen.svg"), qRgb(0x7F, 0x7F, 0x7F)),
+              0);
+    EXPECT_EQ(qAlpha(button.CurrentPicture().pixel(0, 0)), 0);     // the grey frame
+    EXPECT_EQ(qAlpha(button.CurrentPicture().pixel(32, 10)), 255); // the screen
 
     // A check box with two pictures shows the first while checked; the mouse
     // does not count.
@@ -77,16 +85,6 @@ TEST(IconButton, PicturesAtRestUnderTheMouseAndChecked) {
     EXPECT_NE(box.CurrentPicture(), unchecked);
     box.click();
     EXPECT_EQ(box.CurrentPicture(), unchecked);
-
-    // A missing picture leaves the caption; a bitmap's transparent colour is
-    // see-through.
-    EXPECT_EQ(button.SetIcon(QStringLiteral(":/icons/none.svg"), 16, 16), 1);
-    EXPECT_FALSE(button.HasPicture());
-    ASSERT_EQ(button.SetBitmap(QStringLiteral(":/icons/fullscreen.svg"), qRgb(0x7F, 0x7F, 0x7F)),
-              0);
-    const QImage& picture = button.CurrentPicture();
-    EXPECT_EQ(qAlpha(picture.pixel(0, 0)), 0);                      // the grey frame
-    EXPECT_EQ(qAlpha(picture.pixel(picture.width() / 2, 10)), 255); // the screen
 }
 
 TEST(IconButton, QuickClicksCountAsSingleClicks) {
@@ -103,6 +101,14 @@ TEST(IconButton, QuickClicksCountAsSingleClicks) {
         QApplication::sendEvent(&button, &event);
     }
     EXPECT_EQ(clicks, 2);
+}
+
+TEST(ColorStatic, ShowsANewColourAtOnce) {
+    CColorStatic strip;
+    strip.resize(40, 8);
+    strip.show();
+    strip.SetBackColor(QColor(0, 255, 0));
+    EXPECT_EQ(strip.grab().toImage().pixelColor(20, 4), QColor(0, 255, 0));
 }
 
 TEST(HyperLink, OpensTurnsVisitedAndTellsAFailure) {
@@ -147,31 +153,22 @@ TEST(HyperLink, OpensTurnsVisitedAndTellsAFailure) {
 
 TEST(FolderBrowser, GivesTheChosenFolderAndKeepsItOnCancel) {
     TempDir dir;
-    const std::string folder = dir.File("pick/me");
-    QDir().mkpath(QString::fromStdString(folder));
-    CFolderBrowser browser(nullptr, QStringLiteral("First title"));
-    browser.SetStartFolder(QString::fromStdString(folder));
-    bool setterRefused = false;
-    const bool chosen = WithModal(
+    CFolderBrowser browser(nullptr, QStringLiteral("Title"));
+    browser.SetStartFolder(QString::fromStdString(dir.path()));
+    bool titleLocked = false;
+    EXPECT_TRUE(WithModal(
         [&](QWidget* modal) {
-            auto* picker = qobject_cast<QFileDialog*>(modal);
-            ASSERT_NE(picker, nullptr);
-            EXPECT_EQ(picker->windowTitle(), "First title");
-            // No changes while it runs.
-            setterRefused = !browser.SetTitle(QStringLiteral("Other"));
-            browser.SetStartFolder(QStringLiteral("/elsewhere"));
-            static_cast<QDialog*>(picker)->accept();
+            ASSERT_EQ(modal, browser.Window());
+            EXPECT_EQ(modal->windowTitle(), "Title");
+            titleLocked = !browser.SetTitle(QStringLiteral("Other")); // not while it runs
+            static_cast<QDialog*>(modal)->accept();
         },
-        [&] { return browser.Run(); });
-    EXPECT_TRUE(chosen);
-    EXPECT_TRUE(setterRefused);
-    EXPECT_EQ(browser.GetPath().toStdString(), folder);
-    EXPECT_EQ(browser.Window(), nullptr);
-
+        [&] { return browser.Run(); }));
+    EXPECT_TRUE(titleLocked);
+    EXPECT_EQ(browser.GetPath().toStdString(), dir.path());
     EXPECT_FALSE(WithModal([](QWidget* modal) { static_cast<QDialog*>(modal)->reject(); },
                            [&] { return browser.Run(); }));
-    EXPECT_EQ(browser.GetPath().toStdString(), folder);
-    EXPECT_FALSE(browser.SetTitle(QString()));
+    EXPECT_EQ(browser.GetPath().toStdString(), dir.path());
 }
 
 } // namespace

@@ -34,7 +34,7 @@ struct EditingRig {
     CFullScreenEditing editing{*rig.dlg};
 };
 
-TEST(FullScreenEditing, OpensWithTheDialogsTilesAndStartsAfreshEachTime) {
+TEST(FullScreenEditing, OpensAfreshAndClosesBeforeOtherCommands) {
     EditingRig e;
     e.rig.dlg->OnFullScreen();
     CFullScreenWnd& window = e.editing.Window();
@@ -43,33 +43,24 @@ TEST(FullScreenEditing, OpensWithTheDialogsTilesAndStartsAfreshEachTime) {
     EXPECT_EQ(window.Layout().GetTileCount(), (Size{3, 2}));
     EXPECT_EQ(window.Layout().GetStatusHeight(), 30);
     EXPECT_EQ(list.Count(), 5);
-    EXPECT_EQ(list.thumbnailSize, window.GetThumbSize());
-    EXPECT_EQ(window.GetJpegQuality(), 80);
-
+    // A second opening reads the folder anew and forgets the marks.
     list.PhotoAt(0)->marker = 2;
     std::filesystem::remove(e.Folder() + "/p4.jpg");
     e.rig.dlg->OnFullScreen();
-    EXPECT_TRUE(window.HasWindow());
     EXPECT_EQ(list.Count(), 4);
     EXPECT_EQ(list.PhotoAt(0)->marker, 0);
-}
-
-TEST(FullScreenEditing, GetPhotosAndTheDialogsEndCloseTheWindowFirst) {
-    EditingRig e;
-    e.rig.dlg->OnFullScreen();
-    ASSERT_TRUE(e.editing.Window().HasWindow());
     // Get Photos refuses the missing camera drive, but only after the
     // window is gone and the worker stopped.
     e.rig.dlg->OnGetPhotos();
-    EXPECT_FALSE(e.editing.Window().HasWindow());
-    EXPECT_EQ(e.editing.PhotoList().Count(), 0);
+    EXPECT_FALSE(window.HasWindow());
+    EXPECT_EQ(list.Count(), 0);
     EXPECT_TRUE(std::filesystem::exists(e.Folder() + "/p0.jpg"));
-
+    // So does the dialog's end.
     e.rig.dlg->OnFullScreen();
-    ASSERT_TRUE(e.editing.Window().HasWindow());
+    ASSERT_TRUE(window.HasWindow());
     e.rig.dlg->done(QDialog::Accepted);
-    EXPECT_FALSE(e.editing.Window().HasWindow());
-    EXPECT_EQ(e.editing.PhotoList().Count(), 0);
+    EXPECT_FALSE(window.HasWindow());
+    EXPECT_EQ(list.Count(), 0);
 }
 
 } // namespace
