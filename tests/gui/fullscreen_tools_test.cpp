@@ -99,19 +99,6 @@ TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
     EXPECT_EQ(m_busy.depth, 0); // every begin has its end
 }
 
-TEST_F(FullScreenTools, UprightPhotoTurnsTheRatioAndSteppingKeepsTheRectangle) {
-    WritePhotos(2, 600, 800);
-    ShowSingle(0);
-    PhotoPage()->Button(1)->click();
-    EXPECT_FLOAT_EQ(m_window->Tools().CropAspect(), 1.0f / 0.7f);
-    Drag(300, 100, 400, 400);
-    const Rect r = CropRect();
-    EXPECT_GT(r.height, r.width);
-    Key(Qt::Key_Left);
-    EXPECT_EQ(m_window->CurrentIndex(), 1);
-    EXPECT_EQ(CropRect(), r);
-}
-
 TEST_F(FullScreenTools, RedEyeClicksCorrectAndRecordTheFullImagePoint) {
     WritePhotos(1, 2048, 1536, 0xC01010);
     ShowSingle(0);
