@@ -1,18 +1,28 @@
 // The main dialog: defaults, the reading and writing of its controls, the
-// settings file, and the commands that live in the dialog itself.
+// settings file, and its commands: those of the dialog itself, Get Photos and
+// Restore on a generated camera card (the transfer itself is tested in
+// tests/acquire), and opening Full Screen Editing.
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QSlider>
 #include <QTest>
+#include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "acquire/folder_paths.h"
 #include "app/settings.h"
 #include "controls/icon_button.h"
 #include "gui_fixture.h"
+#include "photos/photo.h"
+#include "support/sample_card.h"
 #include "ui/about_dlg.h"
+#include "ui/fullscreen_editing.h"
+
+namespace fs = std::filesystem;
 
 namespace tivox::test {
 namespace {
@@ -226,6 +236,113 @@ TEST(MainDialog, AboutBoxShowsNameVersionAndPurpose) {
     EXPECT_TRUE(texts.contains("Tivox Version 1.5"));
     EXPECT_TRUE(texts.contains(
         "Transfers photos from digital cameras\nto PCs and helps with photo maintenance."));
+}
+
+TEST(DialogTransfer, GetPhotosAndRestoreFromTheButtons) {
+    DialogRig rig;
+    const std::string card = rig.dir.File("card"), base = rig.dir.File("base");
+    std::vector<CardFile> written;
+    std::string error;
+    ASSERT_TRUE(WriteSampleCard(card, kDefaultCardPhotos, written, error)) << error;
+    MakeFolder(base);
+    // The card is mounted from a USB disc in a fake mount table.
+    DriveSources& sources = rig.dlg->Commands().m_driveSources;
+    sources.mountInfo = rig.dir.File("mountinfo");
+    sources.sysfs = rig.dir.File("sys");
+    sources.labels = rig.dir.File("labels");
+    const std::string disc = sources.sysfs + "/devices/pci0/usb1/1-1/block/sdb";
+    PutFile(disc + "/removable", "1\n");
+    PutFile(disc + "/size", "1000\n");
+    MakeFolder(sources.sysfs + "/dev/block");
+    fs::create_directory_symlink(fs::relative(disc, sources.sysfs + "/dev/block"),
+                                 sources.sysfs + "/dev/block/8:16");
+    PutFile(sources.mountInfo, "40 1 8:16 / " + card + " rw - vfat /dev/sdb rw\n");
+    rig.dlg->Commands().Fields().m_cameraDrive = card;
+    rig.dlg->Commands().UpdateData(false);
+    // The click reads the controls first.
+    rig.dlg->Edit(DlgItem::BaseFolder)->setText(QString::fromStdString(base));
+    rig.dlg->Edit(DlgItem::PhotoFolder)->setText("Typed");
+    std::vector<int> positions;
+    QObject::connect(rig.dlg->Progress(), &QProgressBar::valueChanged,
+                     [&](int value) { positions.push_back(value); });
+    rig.dlg->show();
+
+    QTest::mouseClick(rig.dlg->Button("getPhotos"), Qt::LeftButton);
+    EXPECT_EQ(rig.prompt.Texts(), std::vector<std::string>{"Finished copying."});
+    const auto photos = FileNames(base + "/Typed");
+    ASSERT_FALSE(photos.empty());
+    EXPECT_EQ(std::count(photos.begin(), photos.end(), "20040423_150053.jpg"), 1);
+    EXPECT_EQ(FileNames(base + "/Typed_bak").size(), photos.size());
+    // The bar runs up to one step per photo and back to 0.
+    EXPECT_EQ(rig.dlg->Progress()->maximum(), int(photos.size()));
+    EXPECT_EQ(*std::max_element(positions.begin(), positions.end()), int(photos.size()));
+    EXPECT_EQ(positions.back(), 0);
+    EXPECT_FALSE(rig.dlg->IsBusy());
+
+    fs::remove(base + "/Typed/" + photos.front());
+    PutFile(base + "/Typed/stray.jpg", "x");
+    rig.prompt.shown.clear();
+    QTest::mouseClick(rig.dlg->Button("restore"), Qt::LeftButton);
+    ASSERT_EQ(rig.prompt.shown.size(), 2u);
+    EXPECT_EQ(rig.prompt.shown[0].icon, PromptIcon::Question);
+    EXPECT_EQ(rig.prompt.shown[1].text, "Finished restoring the photo folder from its backup.");
+    // Every backup file is back, renamed by the rule again; the stray is gone.
+    const auto restored = FileNames(base + "/Typed");
+    EXPECT_EQ(restored.size(), photos.size());
+    EXPECT_EQ(std::count(restored.begin(), restored.end(), "stray.jpg"), 0);
+    EXPECT_EQ(std::count(restored.begin(), restored.end(), photos.front()), 1);
+}
+
+struct EditingRig {
+    EditingRig() {
+        MainDialogFields& f = rig.dlg->Commands().Fields();
+        f.m_baseFolder = rig.dir.path();
+        f.m_photoFolder = "Photos";
+        f.m_tilesX = 3;
+        f.m_tilesY = 2;
+        f.m_showStatusBar = 1;
+        f.m_statusBarHeight = 30;
+        rig.dlg->Commands().UpdateData(false);
+        TestJpegOptions options;
+        options.width = 160;
+        options.height = 120;
+        for (int i = 0; i < 5; ++i)
+            PutFile(Folder() + "/p" + std::to_string(i) + ".jpg", MakeJpeg(options));
+        editing.Window().SetPrompt(&rig.prompt);
+    }
+    std::string Folder() const { return rig.dir.path() + "/Photos"; }
+
+    DialogRig rig;
+    CFullScreenEditing editing{*rig.dlg};
+};
+
+TEST(FullScreenEditing, OpensAfreshAndClosesBeforeOtherCommands) {
+    EditingRig e;
+    e.rig.dlg->OnFullScreen();
+    CFullScreenWnd& window = e.editing.Window();
+    CPhotoList& list = e.editing.PhotoList();
+    ASSERT_TRUE(window.isVisible());
+    EXPECT_EQ(window.Layout().GetTileCount(), (Size{3, 2}));
+    EXPECT_EQ(window.Layout().GetStatusHeight(), 30);
+    EXPECT_EQ(list.Count(), 5);
+    // A second opening reads the folder anew and forgets the marks.
+    list.PhotoAt(0)->marker = 2;
+    fs::remove(e.Folder() + "/p4.jpg");
+    e.rig.dlg->OnFullScreen();
+    EXPECT_EQ(list.Count(), 4);
+    EXPECT_EQ(list.PhotoAt(0)->marker, 0);
+    // Get Photos refuses the missing camera drive, but only after the
+    // window is gone and the worker stopped.
+    e.rig.dlg->OnGetPhotos();
+    EXPECT_FALSE(window.HasWindow());
+    EXPECT_EQ(list.Count(), 0);
+    EXPECT_TRUE(fs::exists(e.Folder() + "/p0.jpg"));
+    // So does the dialog's end.
+    e.rig.dlg->OnFullScreen();
+    ASSERT_TRUE(window.HasWindow());
+    e.rig.dlg->done(QDialog::Accepted);
+    EXPECT_FALSE(window.HasWindow());
+    EXPECT_EQ(list.Count(), 0);
 }
 
 } // namespace
