@@ -3,12 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <sys/wait.h>
 
 #include "support/test_jpeg.h"
 
@@ -62,34 +59,6 @@ int CountOf(const std::string& text, const std::string& needle) {
     for (auto at = text.find(needle); at != std::string::npos; at = text.find(needle, at + 1))
         ++count;
     return count;
-}
-
-CommandRun Capture(const std::string& command) {
-    CommandRun run;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    std::array<char, 4096> buffer{};
-    std::size_t n;
-    while ((n = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        run.output.append(buffer.data(), n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
-
-std::string ShellQuote(const std::string& text) {
-    std::string quoted = "'";
-    for (char c : text)
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
-CommandRun RunBatch(const std::vector<std::string>& args) {
-    std::string command = ShellQuote(TIVOX_BATCH_EXE);
-    for (const auto& arg : args)
-        command += " " + ShellQuote(arg);
-    return Capture(command + " 2>&1");
 }
 
 void ExpectPagesValid(const std::string& gallery) {

@@ -1,12 +1,13 @@
 #pragma once
-// Helpers of the gallery tests: folders of stand-in pictures, the page
-// checker and a runner of commands. The scripted user (ScriptedPrompt,
+// Helpers of the gallery tests: folders of stand-in pictures and the page
+// checker. The scripted user (ScriptedPrompt,
 // CountingBusy) comes from the acquisition tests.
 
 #include <string>
 #include <vector>
 
 #include "acquire_fixture.h"
+#include "support/batch_runner.h"
 
 namespace tivox::test {
 
@@ -18,15 +19,6 @@ std::string ReadText(const std::string& path);
 bool Exists(const std::string& path);
 std::vector<std::string> HtmlPages(const std::string& folder); // sorted names
 int CountOf(const std::string& text, const std::string& needle);
-
-struct CommandRun {
-    int exitCode = -1;
-    std::string output; // standard output only
-};
-CommandRun Capture(const std::string& command);
-std::string ShellQuote(const std::string& text);
-// tivox-batch with these arguments; standard error joins standard output.
-CommandRun RunBatch(const std::vector<std::string>& args);
 
 // Runs check_pages.py over the gallery: every page parses, nests properly
 // and every href and src leads to a file. Skips when python3 is missing.

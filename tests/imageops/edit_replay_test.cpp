@@ -4,10 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 #include "edit_fixture.h"
 #include "imageops/color_matrix.h"
@@ -21,6 +18,7 @@
 #include "platform/bitmap_recycler.h"
 #include "platform/pnm_io.h"
 #include "platform/resampler.h"
+#include "support/batch_runner.h"
 
 namespace tivox {
 namespace {
@@ -330,12 +328,9 @@ TEST_F(EditTest, BadOperationsFailClearlyOrDoNothingAndRecordNothing) {
     EXPECT_EQ(RenderUiText(processor.GetErrorText()), "ResizePhoto: filename error");
 }
 
-int BatchEdit(const std::vector<std::string>& args) {
-    std::string command = std::string("'") + TIVOX_BATCH_EXE + "' edit";
-    for (const auto& a : args)
-        command += " '" + a + "'";
-    const int rc = std::system((command + " >/dev/null 2>&1").c_str());
-    return WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
+int BatchEdit(std::vector<std::string> args) {
+    args.insert(args.begin(), "edit");
+    return test::RunBatch(args).exitCode;
 }
 
 TEST(BatchEdit, ColourValuesAreSliderValuesAndCropsAreScreenCoordinates) {
