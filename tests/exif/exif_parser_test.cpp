@@ -58,6 +58,9 @@ TEST(ExifParser, NumbersFromTheirTagsInBothByteOrders) {
         const char* field;
         double expected;
     };
+    auto sensor = [](std::uint32_t width, std::uint32_t height) {
+        return TiffIfd().Long(0xA002, {width}).Long(0xA003, {height}).Rational(0xA20E, 227200, 28);
+    };
     const Case cases[] = {
         {TiffIfd().Rational(0x829A, 10, 600), "ExposureTime", 1.0 / 60},
         // ShutterSpeedValue 6 is 1/2^6 s; a later ExposureTime overwrites it,
@@ -100,6 +103,20 @@ TEST(ExifParser, NumbersFromTheirTagsInBothByteOrders) {
         {TiffIfd().Rational(0x9102, 37, 10), "CompressionLevel", 3},
         {TiffIfd().SRational(0x9207, -37, 10), "MeteringMode", -3},
         {TiffIfd().Long(0x9207, {0xFFFFFFFF}), "MeteringMode", INT32_MIN},
+        // Inches per unit: 1 and 2 are inches, then cm, mm and micrometres; others leave 0.
+        {TiffIfd().Short(0x0128, {1}), "ResolutionUnit", 1},
+        {TiffIfd().Short(0x0128, {3}), "ResolutionUnit", 1 / 2.54},
+        {TiffIfd().Short(0x0128, {0}), "ResolutionUnit", 0},
+        {TiffIfd().Short(0xA210, {2}), "FocalplaneUnits", 1},
+        {TiffIfd().Short(0xA210, {4}), "FocalplaneUnits", 0.1 / 2.54},
+        {TiffIfd().Short(0xA210, {5}), "FocalplaneUnits", 0.0001 / 2.54},
+        {TiffIfd().Short(0xA210, {6}), "FocalplaneUnits", 0},
+        // Sensor width: the greater pixel dimension at 2272/0.28 pixels per
+        // inch; without the resolution or its unit there is none.
+        {sensor(2272, 1704).Short(0xA210, {2}), "CCDWidth", 0.28},
+        {sensor(1704, 2272).Short(0xA210, {2}), "CCDWidth", 0.28},
+        {sensor(2272, 1704), "CCDWidth", 0},
+        {TiffIfd().Long(0xA002, {2272}).Short(0xA210, {2}), "CCDWidth", 0},
     };
     for (const Case& c : cases) {
         for (ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
@@ -108,47 +125,6 @@ TEST(ExifParser, NumbersFromTheirTagsInBothByteOrders) {
             EXPECT_TRUE(p.ok);
             EXPECT_NEAR(Field(p.record, c.field), c.expected, 1e-6 * std::abs(c.expected));
         }
-    }
-}
-
-TEST(ExifParser, UnitTableGivesInchesPerUnit) {
-    struct Case {
-        std::uint16_t unit;
-        std::uint32_t bits; // 0: field left at zero
-    };
-    const Case cases[] = {{1, 0x3F800000}, {2, 0x3F800000}, {3, 0x3EC99326}, {4, 0x3D214285},
-                          {5, 0x3825214D}, {6, 0},          {0, 0}};
-    for (const Case& c : cases) {
-        const Parsed p =
-            Parse(TiffIfd().Short(0x0128, {c.unit}).Sub(0x8769, TiffIfd().Short(0xA210, {c.unit})));
-        EXPECT_EQ(Bits(p.record.ResolutionUnit), c.bits) << c.unit;
-        EXPECT_EQ(Bits(p.record.FocalplaneUnits), c.bits) << c.unit;
-    }
-}
-
-TEST(ExifParser, SensorWidthNeedsPixelsResolutionAndUnit) {
-    struct Case {
-        std::uint32_t width, height;
-        bool resolution, unit;
-        float expected;
-    };
-    // 2272 pixels at 2272/0.28 pixels per inch: the greater dimension counts.
-    const Case cases[] = {{2272, 1704, true, true, 0.28f},
-                          {1704, 2272, true, true, 0.28f},
-                          {2272, 0, false, true, 0},
-                          {2272, 0, true, false, 0},
-                          {0, 0, true, true, 0}};
-    for (const Case& c : cases) {
-        TiffIfd exif;
-        if (c.width)
-            exif.Long(0xA002, {c.width});
-        if (c.height)
-            exif.Long(0xA003, {c.height});
-        if (c.resolution)
-            exif.Rational(0xA20E, 227200, 28);
-        if (c.unit)
-            exif.Short(0xA210, {2});
-        EXPECT_FLOAT_EQ(Parse(InExif(exif)).record.CCDWidth, c.expected) << c.width << c.height;
     }
 }
 
@@ -261,61 +237,6 @@ TEST(ExifParser, ValueBounds) {
     // Counts that would wrap a 32-bit sum are refused too.
     const Parsed huge = Parse(TiffIfd().RawOffset(0x010F, 5, 0x20000000, 16));
     EXPECT_EQ(huge.error, "Illegal pointer offset value in EXIF.");
-}
-
-TEST(ExifParser, DirectoryRefusals) {
-    struct Case {
-        TiffIfd ifd;
-        bool ok;
-        const char* error;
-    };
-    // Each directory starts with Orientation 3, which only a refused count loses.
-    const TiffIfd o3 = TiffIfd().Short(0x0112, {3});
-    const Case cases[] = {
-        {TiffIfd(o3).CountField(200), false, "Illegally sized directory"},
-        {TiffIfd(o3).Raw(0x0110, 13, 1, {}), false, "Illegal format code in EXIF dir"},
-        {TiffIfd(o3).RawLink(5000), false, "Illegal subdirectory link"},
-        {TiffIfd(o3).Long(0x8769, {5000}), false, "Illegal subdirectory link"},
-        {TiffIfd(o3).Sub(0x8769, TiffIfd().Short(0x8827, {100}).CountField(900)), true,
-         "Illegally sized directory"},
-        {TiffIfd(o3).Long(0x8769, {8}), true, "EXIF directory linked twice"},
-        {TiffIfd(o3).RawLink(8), true, "EXIF directory linked twice"},
-        {TiffIfd(o3).Long(0xA005, {38}), true, "Illegally sized directory"}, // at the end
-    };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        const Case& c = cases[i];
-        SCOPED_TRACE(i);
-        const Parsed p = Parse(c.ifd);
-        EXPECT_EQ(p.ok, c.ok);
-        EXPECT_EQ(p.error, c.error);
-        EXPECT_EQ(p.record.Orientation, c.ok || i != 0 ? 3 : 0);
-    }
-}
-
-TEST(ExifParser, ErrorsThatKeepTheSectionAndTheLaterEntries) {
-    const std::pair<TiffIfd, const char*> cases[] = {
-        {TiffIfd().Short(0x0112, {9}), "Undefined rotation value"},
-        {TiffIfd().Sub(0x8769, TiffIfd().Raw(0x9207, 99, 1, {})),
-         "Illegal format code in EXIF dir"},
-    };
-    for (const auto& [ifd, error] : cases) {
-        const Parsed p = Parse(TiffIfd(ifd).Ascii(0x010F, "After"));
-        EXPECT_TRUE(p.ok);
-        EXPECT_EQ(p.error, error);
-        EXPECT_STREQ(p.record.CameraMake, "After");
-    }
-}
-
-TEST(ExifParser, LinkedDirectories) {
-    // An empty directory is legal and its link is followed; the later
-    // directory wins for resolutions.
-    const Parsed p = Parse(TiffIfd().Next(TiffIfd().Ascii(0x010F, "Linked")));
-    EXPECT_TRUE(p.ok);
-    EXPECT_STREQ(p.record.CameraMake, "Linked");
-
-    const Parsed later =
-        Parse(TiffIfd().Rational(0x011A, 72, 1).Next(TiffIfd().Rational(0x011A, 180, 1)));
-    EXPECT_FLOAT_EQ(later.record.Xresolution, 180.0f);
 
     // A directory whose link would lie beyond the data has no link.
     Bytes payload = ExifPayload(TiffIfd().Ascii(0x010F, "Cut"));
@@ -325,41 +246,64 @@ TEST(ExifParser, LinkedDirectories) {
     EXPECT_STREQ(cut.record.CameraMake, "Cut");
 }
 
-TEST(ExifParser, DeepAndWideStructuresAreBounded) {
-    TiffIfd chain = TiffIfd().Short(0x8827, {100});
+TEST(ExifParser, BrokenDirectoriesKeepTheEntriesReadAroundThem) {
+    struct Case {
+        const char* name;
+        TiffIfd ifd;
+        bool ok; // false: the section is refused
+        const char* error;
+        const char* make; // "" where the Make entry is never reached
+    };
+    const TiffIfd cam = TiffIfd().Ascii(0x010F, "Cam");
+    TiffIfd deep = cam, wide = cam;
     for (int i = 0; i < 200; ++i)
-        chain = TiffIfd().Short(0x9207, {std::uint16_t(i)}).Next(std::move(chain));
-    const Parsed deep = Parse(chain);
-    EXPECT_TRUE(deep.ok);
-    EXPECT_EQ(deep.error, "Too many EXIF directories");
-    EXPECT_EQ(deep.record.ISOequivalent, 0); // never reached
-
-    // Many entries all pointing at the same directory walk it once.
-    TiffIfd wide;
-    for (int i = 0; i < 2000; ++i)
+        deep = TiffIfd().Next(std::move(deep));
+    for (int i = 0; i < 2000; ++i) // all pointing at the first directory: walked once
         wide.Long(0x8769, {8});
-    const Parsed fan = Parse(wide);
-    EXPECT_TRUE(fan.ok);
+    const Case cases[] = {
+        {"count beyond the data", TiffIfd(cam).CountField(200), false, "Illegally sized directory",
+         ""},
+        {"format code", TiffIfd(cam).Raw(0x0110, 13, 1, {}), false,
+         "Illegal format code in EXIF dir", "Cam"},
+        {"next link beyond", TiffIfd(cam).RawLink(5000), false, "Illegal subdirectory link", "Cam"},
+        {"sub link beyond", TiffIfd(cam).Long(0x8769, {5000}), false, "Illegal subdirectory link",
+         "Cam"},
+        // A fault inside a sub-directory loses only that directory.
+        {"sub count", TiffIfd().Sub(0x8769, TiffIfd().CountField(900)).Ascii(0x010F, "Cam"), true,
+         "Illegally sized directory", "Cam"},
+        {"sub format code",
+         TiffIfd().Sub(0x8769, TiffIfd().Raw(0x9207, 99, 1, {})).Ascii(0x010F, "Cam"), true,
+         "Illegal format code in EXIF dir", "Cam"},
+        {"rotation", TiffIfd().Short(0x0112, {9}).Ascii(0x010F, "Cam"), true,
+         "Undefined rotation value", "Cam"},
+        {"sub is itself", TiffIfd(cam).Long(0x8769, {8}), true, "EXIF directory linked twice",
+         "Cam"},
+        {"next is itself", TiffIfd(cam).RawLink(8), true, "EXIF directory linked twice", "Cam"},
+        {"interop at the very end", TiffIfd(cam).Long(0xA005, {38}), true,
+         "Illegally sized directory", "Cam"},
+        {"empty directory, then linked", TiffIfd().Next(cam), true, "", "Cam"},
+        {"200 linked", deep, true, "Too many EXIF directories", ""},
+        {"2000 links", wide, true, "EXIF directory linked twice", "Cam"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Parsed p = Parse(c.ifd);
+        EXPECT_EQ(p.ok, c.ok);
+        EXPECT_EQ(p.error, c.error);
+        EXPECT_STREQ(p.record.CameraMake, c.make);
+    }
 }
 
 TEST(ExifParser, ThumbnailReference) {
     CameraExif camera;
     camera.thumbnail = SmallJpeg(24, 16);
-    Bytes payload = CameraExifPayload(camera);
     CExifReader reader(nullptr);
-    ASSERT_TRUE(ReadBytes(reader, ExifHead(payload)));
+    ASSERT_TRUE(ReadBytes(reader, ExifHead(CameraExifPayload(camera))));
     const ExifRecord& r = *reader.record;
     ASSERT_EQ(r.ThumbnailSize, int(camera.thumbnail.size()));
     ASSERT_NE(r.ThumbnailData, nullptr);
     EXPECT_EQ(std::memcmp(r.ThumbnailData, camera.thumbnail.data(), camera.thumbnail.size()), 0);
-    EXPECT_FLOAT_EQ(r.Xresolution, 180.0f); // the thumbnail directory came later
-
-    // Offset and size in different directories set nothing.
-    TiffIfd split = TiffIfd().Long(0x0201, {8}).Next(TiffIfd().Long(0x0202, {4}));
-    CExifReader other(nullptr);
-    ASSERT_TRUE(ReadBytes(other, ExifHead(ExifPayload(split))));
-    EXPECT_EQ(other.record->ThumbnailSize, 0);
-    EXPECT_EQ(other.record->ThumbnailData, nullptr);
+    EXPECT_FLOAT_EQ(r.Xresolution, 180.0f); // the thumbnail directory came later and wins
 
     // A thumbnail reaching beyond the data is no thumbnail.
     CExifReader beyond(nullptr);
