@@ -80,13 +80,9 @@ Bytes PhotoShotAt(const std::string& dateTime, bool bigEndian) {
     return MakeJpeg(options);
 }
 
-Bytes PhotoWithoutExif() {
-    return MakeJpeg(TestJpegOptions{});
-}
-
 PromptAnswer ScriptedPrompt::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
                                  PromptAnswer defaultAnswer, const UiText&) {
-    shown.push_back({RenderUiText(text), icon, buttons, defaultAnswer});
+    shown.push_back({RenderUiText(text), icon, defaultAnswer});
     if (buttons == PromptButtons::Ok)
         return PromptAnswer::Ok;
     if (answers.empty())

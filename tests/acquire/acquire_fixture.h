@@ -30,8 +30,6 @@ std::map<std::string, std::string> TreeChecksums(const std::string& folder);
 // A photo with EXIF of the given date ("2004:07:31 12:00:00"; empty: none),
 // in the given byte order.
 Bytes PhotoShotAt(const std::string& dateTime, bool bigEndian = false);
-// A photo without any EXIF section.
-Bytes PhotoWithoutExif();
 
 // Answers questions from a script and records every message.
 class ScriptedPrompt final : public IPrompt {
@@ -40,7 +38,6 @@ public:
     struct Shown {
         std::string text; // rendered
         PromptIcon icon;
-        PromptButtons buttons;
         PromptAnswer defaultAnswer;
     };
     std::vector<Shown> shown;
@@ -52,13 +49,10 @@ public:
 
 class RecordingProgress final : public IProgressSink {
 public:
-    int lower = -1, upper = -1, step = 0;
+    int upper = -1;
     std::vector<int> positions;
-    void SetRange(int l, int u) override {
-        lower = l;
-        upper = u;
-    }
-    void SetStep(int s) override { step = s; }
+    void SetRange(int, int u) override { upper = u; }
+    void SetStep(int) override {}
     void SetPos(int p) override { positions.push_back(p); }
 };
 

@@ -65,11 +65,8 @@ TEST(PhotoTransfer, CollisionNumbersRunAcrossTheMainAndTheBackupPass) {
     const timespec times[2] = {{1000000000, 0}, {1091275200, 123456789}};
     ASSERT_EQ(utimensat(AT_FDCWD, (rig.card + "/DCIM/100/IMG_0001.JPG").c_str(), times, 0), 0);
     const auto cardBefore = TreeChecksums(rig.card);
-    bool controlsRead = false;
-    rig.transfer.m_readControls = [&] { controlsRead = true; };
 
     EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
-    EXPECT_TRUE(controlsRead);
     // Copies keep the bytes and the modification time.
     Bytes copy;
     ReadFile(rig.Photos() + "/20040731_120000.jpg", copy);
@@ -88,10 +85,7 @@ TEST(PhotoTransfer, CollisionNumbersRunAcrossTheMainAndTheBackupPass) {
     EXPECT_EQ(rig.transfer.m_renameCounter, 5);
     EXPECT_EQ(TreeChecksums(rig.card), cardBefore);
     EXPECT_EQ(rig.progress.upper, 4);
-    EXPECT_EQ(rig.progress.step, 1);
     EXPECT_EQ(rig.progress.positions, (std::vector<int>{1, 2, 3, 4, 1, 2, 3, 4, 0}));
-    EXPECT_EQ(rig.busy.depth, 0);
-    EXPECT_GE(rig.busy.begun, 1);
     const PassReport& r = rig.transfer.Report().photos;
     EXPECT_EQ(std::make_tuple(r.found, r.copied, r.renamed), std::make_tuple(4, 4, 4));
 
@@ -104,8 +98,8 @@ TEST(PhotoTransfer, CollisionNumbersRunAcrossTheMainAndTheBackupPass) {
 TEST(PhotoTransfer, CameraNamesStayWhereTheRuleCannotApply) {
     TransferRig rig;
     rig.transfer.m_createBackup = 0;
-    rig.CardPhoto("DCIM/100/IMG_0001.JPG", PhotoWithoutExif());
-    rig.CardPhoto("DCIM/101/IMG_0001.JPG", PhotoWithoutExif()); // same name: lost
+    rig.CardPhoto("DCIM/100/IMG_0001.JPG", MakeJpeg({}));
+    rig.CardPhoto("DCIM/101/IMG_0001.JPG", MakeJpeg({})); // same name: lost
     rig.CardPhoto("DCIM/100/IMG_0002.JPG", PhotoShotAt(kNoon));
     rig.CardPhoto("DCIM/100/IMG_0003.jpeg", PhotoShotAt("2004:07:31 13:00:00"));
     rig.CardPhoto("DCIM/100/MVI_0004.AVI", Bytes(100, 7));
@@ -241,7 +235,7 @@ TEST(PhotoTransfer, QuestionsWarnAndNoChangesNothing) {
     }
 }
 
-TEST(PhotoTransfer, BackupProblemsLeaveThePhotosAndStillFinish) {
+TEST(PhotoTransfer, BackupProblemsAndAnEmptyCardStillFinish) {
     TransferRig rig;
     rig.CardPhoto("IMG_0001.JPG", PhotoShotAt(kNoon));
     PutFile(rig.Backup(), "a file where the backup should be");
@@ -259,16 +253,13 @@ TEST(PhotoTransfer, BackupProblemsLeaveThePhotosAndStillFinish) {
     const auto before = TreeChecksums(off.Backup());
     EXPECT_EQ(off.transfer.OnGetPhotos(), TransferOutcome::Finished);
     EXPECT_EQ(TreeChecksums(off.Backup()), before);
-}
 
-TEST(PhotoTransfer, AnEmptyCardStillFinishes) {
-    TransferRig rig;
-    PutFile(rig.card + "/DCIM/readme.txt", "no photos");
-    EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
-    EXPECT_EQ(rig.progress.upper, 0);
-    EXPECT_TRUE(TreeNames(rig.Photos()).empty());
-    EXPECT_TRUE(TreeNames(rig.Backup()).empty());
-    EXPECT_EQ(rig.prompt.Texts(), Names{kFinished});
+    TransferRig empty;
+    PutFile(empty.card + "/DCIM/readme.txt", "no photos");
+    EXPECT_EQ(empty.transfer.OnGetPhotos(), TransferOutcome::Finished);
+    EXPECT_EQ(empty.progress.upper, 0);
+    EXPECT_EQ(TreeNames(empty.Photos()).size() + TreeNames(empty.Backup()).size(), 0u);
+    EXPECT_EQ(empty.prompt.Texts(), Names{kFinished});
 }
 
 // A card file that can't be read (a card going bad) and a disc that runs
@@ -309,7 +300,7 @@ class RestoreTest : public ::testing::Test {
 protected:
     void SetUp() override {
         rig.CardPhoto("DCIM/IMG_0001.JPG", PhotoShotAt(kNoon));
-        rig.CardPhoto("DCIM/IMG_0002.JPG", PhotoWithoutExif());
+        rig.CardPhoto("DCIM/IMG_0002.JPG", MakeJpeg({}));
         ASSERT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
         rig.prompt.shown.clear();
         rig.progress.positions.clear();
