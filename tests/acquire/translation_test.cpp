@@ -5,17 +5,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
-#include <sstream>
 
 namespace tivox::test {
 namespace {
 
 std::string ReadText(const std::filesystem::path& path) {
     std::ifstream in(path);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 // The texts inside TIVOX_TR(...): adjacent literals joined, escapes resolved.
