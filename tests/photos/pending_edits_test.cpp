@@ -24,7 +24,6 @@ TEST(PendingEdits, AnySetterMakesItPendingUntilClear) {
     };
     for (const auto& set : setters) {
         CPendingEdits e;
-        EXPECT_FALSE(e.HasPending());
         set(e);
         EXPECT_TRUE(e.HasPending());
         e.Clear();
@@ -40,7 +39,6 @@ TEST(PendingEdits, ClearKeepsRectanglesButDropsValuesAndPoints) {
     e.AddRedEyePoint({10, 20});
     e.AddRedEyePoint({30, 40});
     e.SetGamma(1.5f);
-    EXPECT_EQ(e.redEyePoints.size(), 2u);
     e.Clear();
     EXPECT_EQ(e.cropRect, (Rect{5, 6, 70, 80}));
     EXPECT_EQ(e.resizeSize, (Size{640, 480}));

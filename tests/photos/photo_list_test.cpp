@@ -11,13 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> Names(const CPhotoList& list, const std::string& root) {
-    std::vector<std::string> names;
-    for (int i = 0; i < list.Count(); ++i)
-        names.push_back(list.PhotoAt(i)->path.substr(root.size() + 1));
-    return names;
-}
-
 TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
     test::TempDir dir;
     for (const char* sub : {"m", "q.jpg", "m/deep", "empty"})
@@ -25,14 +18,14 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
     for (const char* f : {"n.Jpg", "b.JPG", "a.jpg", "x.jpeg", "x.jpg.bak", "m/z.jpg", "m/y.jpg",
                           "m/deep/k.jpg", "q.jpg/p.jpg", "readme.txt"})
         ASSERT_TRUE(test::WriteFile(dir.File(f), {}));
-    const std::vector<std::string> expected = {"a.jpg",   "b.JPG", "m/deep/k.jpg", "m/y.jpg",
-                                               "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"};
     for (const std::string& folder : {dir.path(), dir.path() + "/"}) {
         CPhotoList list;
         list.Open(folder);
-        EXPECT_EQ(Names(list, dir.path()), expected);
-        list.Clear();
-        EXPECT_EQ(list.Count(), 0);
+        std::vector<std::string> names;
+        for (int i = 0; i < list.Count(); ++i)
+            names.push_back(list.PhotoAt(i)->path.substr(dir.path().size() + 1));
+        EXPECT_EQ(names, (std::vector<std::string>{"a.jpg", "b.JPG", "m/deep/k.jpg", "m/y.jpg",
+                                                   "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"}));
     }
     for (const std::string& folder : {dir.File("empty"), dir.File("missing")}) {
         CPhotoList list;
@@ -45,6 +38,7 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
     }
 }
 
+// The thumbnail worker against the list and the files changing under it.
 class WorkerTest : public ::testing::Test {
 protected:
     void MakePhotos(int count) {
@@ -52,10 +46,16 @@ protected:
             test::TestJpegOptions o;
             o.width = 64 + 8 * (i % 3);
             o.height = 48;
-            char name[32];
-            std::snprintf(name, sizeof name, "p%03d.jpg", i);
-            ASSERT_TRUE(test::WriteFile(dir.File(name), test::MakeJpeg(o)));
+            ASSERT_TRUE(test::WriteFile(Name(i), test::MakeJpeg(o)));
         }
+    }
+    std::string Name(int i) const {
+        char name[32];
+        std::snprintf(name, sizeof name, "p%03d.jpg", i);
+        return dir.File(name);
+    }
+    bool Ready(int i) const {
+        return list.PhotoAt(i)->thumbnailReady.load(std::memory_order_acquire) == 1;
     }
     test::TempDir dir;
     test::FakeHost host;
@@ -64,26 +64,23 @@ protected:
 
 TEST_F(WorkerTest, ThumbnailsArriveInListOrderWithANotificationEach) {
     MakePhotos(6);
-    ASSERT_TRUE(test::WriteFile(dir.File("p002.jpg"), {'x'})); // broken one
+    ASSERT_TRUE(test::WriteFile(Name(2), {'x'})); // a broken one
     list.SetThumbnailSize({32, 24});
     list.SetWindow(&host);
     list.Open(dir.path());
     ASSERT_TRUE(list.WaitWorker(20000));
     EXPECT_EQ(host.Tiles(), (std::vector<int>{0, 1, 2, 3, 4, 5}));
     for (int i = 0; i < list.Count(); ++i) {
-        CPhoto* p = list.PhotoAt(i);
-        ASSERT_EQ(p->thumbnailReady.load(std::memory_order_acquire), 1);
-        EXPECT_EQ(p->thumbnail->IsEmpty(), i == 2);
-        if (i != 2) {
-            EXPECT_EQ(p->thumbnail->Width(), 32); // all are wider than 4:3
-        }
+        ASSERT_TRUE(Ready(i));
+        // All are wider than 4:3; the broken one draws nothing.
+        EXPECT_EQ(list.PhotoAt(i)->thumbnail->Width(), i == 2 ? 0 : 32) << i;
     }
     // A second opening builds everything anew, also without a window.
     list.Clear();
     list.SetWindow(nullptr);
     list.Open(dir.path());
     ASSERT_TRUE(list.WaitWorker(20000));
-    EXPECT_EQ(list.PhotoAt(5)->thumbnailReady.load(), 1);
+    EXPECT_TRUE(Ready(5));
     EXPECT_EQ(host.Tiles().size(), 6u);
 }
 
@@ -104,7 +101,7 @@ TEST_F(WorkerTest, StopIsHonouredBetweenPhotos) {
     list.SetWindow(&stopping);
     list.Open(dir.path());
     ASSERT_TRUE(list.WaitWorker(20000));
-    EXPECT_EQ(list.PhotoAt(0)->thumbnailReady.load(), 1);
+    EXPECT_TRUE(Ready(0));
     for (int i = 1; i < 4; ++i)
         EXPECT_EQ(list.PhotoAt(i)->thumbnail, nullptr);
     EXPECT_TRUE(list.StopWorker(0));
@@ -127,13 +124,13 @@ TEST_F(WorkerTest, ClearingOrRemovingWhileTheWorkerRunsIsSafe) {
     ASSERT_EQ(list.Count(), 12);
     // The worker did not skip photos whose index shifted under it.
     for (int i = 0; i < list.Count(); ++i)
-        EXPECT_EQ(list.PhotoAt(i)->thumbnailReady.load(std::memory_order_acquire), 1) << i;
+        EXPECT_TRUE(Ready(i)) << i;
     // Painting-like readers and UI writes on the same photos meanwhile.
     list.Clear();
     list.Open(dir.path());
     for (int i = 0; i < list.Count(); ++i) {
         CPhoto* p = list.PhotoAt(i);
-        if (p->thumbnailReady.load(std::memory_order_acquire)) {
+        if (Ready(i)) {
             EXPECT_GE(p->thumbnail->Width(), 0);
         }
         if (i % 3 == 0)
@@ -148,16 +145,15 @@ TEST_F(WorkerTest, FilesDeletedOrReplacedUnderTheWorkerGiveEmptyThumbnails) {
     MakePhotos(8);
     list.Open(dir.path());
     for (int i = 0; i < 8; i += 2)
-        fs::remove(dir.File("p00" + std::to_string(i) + ".jpg"));
-    ASSERT_TRUE(test::WriteFile(dir.File("p007.jpg"), {0xFF, 0xD8, 0xFF}));
+        fs::remove(Name(i));
+    ASSERT_TRUE(test::WriteFile(Name(7), {0xFF, 0xD8, 0xFF}));
     ASSERT_TRUE(list.WaitWorker(20000));
+    // The untouched ones still get their pictures; the others get one or an
+    // empty thumbnail, depending on who was quicker.
     for (int i = 0; i < 8; ++i) {
-        CPhoto* p = list.PhotoAt(i);
-        ASSERT_EQ(p->thumbnailReady.load(std::memory_order_acquire), 1);
-        // The untouched ones still get their pictures; the others get one
-        // or an empty thumbnail, depending on who was quicker.
+        ASSERT_TRUE(Ready(i));
         if (i % 2 == 1 && i != 7) {
-            EXPECT_FALSE(p->thumbnail->IsEmpty()) << i;
+            EXPECT_FALSE(list.PhotoAt(i)->thumbnail->IsEmpty()) << i;
         }
     }
 }
@@ -170,7 +166,7 @@ TEST_F(WorkerTest, CursorLoopsSurviveRemoval) {
     while (!list.AtEnd()) {
         CPhoto* p = list.NextPhoto();
         ++seen;
-        if (p->path.find("p001") != std::string::npos || p->path.find("p004") != std::string::npos)
+        if (p->path == Name(1) || p->path == Name(4))
             list.RemoveCurrent();
     }
     EXPECT_EQ(seen, 5);
