@@ -3,29 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
 #include <filesystem>
 
 #include "acquire_fixture.h"
+#include "support/batch_runner.h"
 
 namespace tivox::test {
 namespace {
-
-// Runs tivox-batch with stdin from /dev/null; gives its exit status and
-// what it printed on both channels.
-int Batch(const std::vector<std::string>& args, std::string& printed) {
-    std::string command = TIVOX_BATCH_EXE;
-    for (const std::string& a : args)
-        command += " '" + a + "'";
-    std::FILE* pipe = popen((command + " </dev/null 2>&1").c_str(), "r");
-    printed.clear();
-    for (int c; pipe && (c = std::fgetc(pipe)) != EOF;)
-        printed += char(c);
-    const int rc = pipe ? pclose(pipe) : -1;
-    return WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
-}
 
 bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
@@ -35,11 +19,11 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
     TempDir dir;
     const std::string card = dir.File("card"), photos = dir.File("base/Trip");
     std::string out;
-    ASSERT_EQ(Batch({"make-card", card, "--count", "4"}, out), 0) << out;
+    ASSERT_EQ(RunBatch({"make-card", card, "--count", "4"}, out), 0) << out;
     const auto cardBefore = TreeChecksums(card);
     MakeFolder(dir.File("base"));
 
-    EXPECT_EQ(Batch({"transfer", "--card", card, "--photos", photos, "--yes"}, out), 0) << out;
+    EXPECT_EQ(RunBatch({"transfer", "--card", card, "--photos", photos, "--yes"}, out), 0) << out;
     EXPECT_TRUE(Contains(out, "Finished copying.")) << out;
     EXPECT_TRUE(Contains(out, "photos: 5 found, 5 copied, 0 failed")) << out;
     EXPECT_EQ(FileNames(photos),
@@ -48,7 +32,7 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
     EXPECT_EQ(FileNames(photos + "_bak").size(), 5u);
     EXPECT_EQ(TreeChecksums(card), cardBefore);
 
-    EXPECT_EQ(Batch({"restore", "--photos", photos, "--rule", "", "--yes"}, out), 0) << out;
+    EXPECT_EQ(RunBatch({"restore", "--photos", photos, "--rule", "", "--yes"}, out), 0) << out;
     EXPECT_TRUE(Contains(out, "Finished restoring")) << out;
     EXPECT_EQ(FileNames(photos), FileNames(photos + "_bak"));
 }
@@ -71,7 +55,7 @@ TEST(BatchTransfer, AbortsWithTheMessageAndAFailureCode) {
     };
     for (const auto& [args, status, text] : cases) {
         std::string out;
-        EXPECT_EQ(Batch(args, out), status) << out;
+        EXPECT_EQ(RunBatch(args, out), status) << out;
         EXPECT_TRUE(Contains(out, text)) << out;
     }
     EXPECT_EQ(TreeNames(dir.File("base")), std::vector<std::string>{"file"});
@@ -84,9 +68,9 @@ TEST(BatchTransfer, DrivesListsTextsAndDescriptions) {
                                        dir.File("m/ram") + " rw - tmpfs tmpfs rw\n22 1 0:41 / " +
                                        dir.File("m/gone") + " rw - nfs4 srv:/x rw\n");
     std::string out;
-    EXPECT_EQ(Batch({"drives", "--mountinfo", dir.File("mountinfo"), "--sysfs", dir.File("sys"),
-                     "--labels", dir.File("labels")},
-                    out),
+    EXPECT_EQ(RunBatch({"drives", "--mountinfo", dir.File("mountinfo"), "--sysfs", dir.File("sys"),
+                        "--labels", dir.File("labels")},
+                       out),
               0);
     EXPECT_TRUE(Contains(out, dir.File("m/ram") + "\n    RAM disk\n\n    Bytes total: ")) << out;
     EXPECT_TRUE(Contains(out, dir.File("m/gone") + "\n    Root directory does not exist.\n"))

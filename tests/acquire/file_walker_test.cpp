@@ -101,5 +101,26 @@ TEST(PathHelpers, SplitFolderPath) {
     }
 }
 
+// Only the folder asked is looked into: not its sub-folders, and not the
+// current directory when the folder is missing.
+TEST(PathHelpers, CountsLookOnlyIntoTheFolderAsked) {
+    TempDir dir;
+    PutFile(dir.File("p/a.JPG"), "a");
+    PutFile(dir.File("p/b.jpg"), "b");
+    PutFile(dir.File("p/sub/c.jpg"), "c");
+    MakeFolder(dir.File("p/d.jpg"));
+    EXPECT_EQ(CountFiles(dir.File("p"), "*.jpg"), 2);
+    EXPECT_EQ(CountFiles(dir.File("missing"), "*"), 0);
+    EXPECT_TRUE(FolderHasFiles(dir.File("p"), ".JPG"));
+    EXPECT_FALSE(FolderHasFiles(dir.File("p/sub"), ".png"));
+    ASSERT_EQ(chdir(dir.File("p").c_str()), 0);
+    EXPECT_FALSE(FolderHasFiles(dir.File("missing"), ".jpg"));
+    ASSERT_EQ(chdir("/"), 0);
+
+    std::string path = "/a.b/c";
+    StripExtension(path);
+    EXPECT_EQ(path, "/a");
+}
+
 } // namespace
 } // namespace tivox::test

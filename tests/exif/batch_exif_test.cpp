@@ -2,50 +2,34 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "support/batch_runner.h"
 #include "support/test_jpeg.h"
 
 namespace tivox::test {
 namespace {
 
-// Runs tivox-batch with stdin from /dev/null; gives its exit status and
-// what it printed on both channels.
-int Batch(const std::vector<std::string>& args, std::string& printed) {
-    std::string command = TIVOX_BATCH_EXE;
-    for (const std::string& a : args)
-        command += " '" + a + "'";
-    std::FILE* pipe = popen((command + " </dev/null 2>&1").c_str(), "r");
-    printed.clear();
-    for (int c; pipe && (c = std::fgetc(pipe)) != EOF;)
-        printed += char(c);
-    const int rc = pipe ? pclose(pipe) : -1;
-    return WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
-}
-
 TEST(BatchExif, CardNamesUnderTheDefaultRule) {
     TempDir dir;
     const std::string card = dir.File("card");
     std::string out;
-    ASSERT_EQ(Batch({"make-card", card, "--count", "6"}, out), 0) << out;
+    ASSERT_EQ(RunBatch({"make-card", card, "--count", "6"}, out), 0) << out;
 
     std::vector<std::string> args = {"name", "%Date%_%Time%"};
     for (const auto& e : std::filesystem::directory_iterator(card + "/DCIM/100TIVOX"))
         args.push_back(e.path().string());
     std::sort(args.begin() + 2, args.end());
-    EXPECT_EQ(Batch(args, out), 0);
+    EXPECT_EQ(RunBatch(args, out), 0);
     EXPECT_EQ(out, "BROKEN.JPG\n20040423_150053.jpg\n20040423_150200.jpg\n20040423_150200.jpg\n"
                    "IMG_0004.JPG\n_.jpg\n20040423_150628.jpg\n20040423_160053.jpg\n"
                    "MVI_0001.AVI\n");
 
     // A second card into the same place is refused and changes nothing.
-    EXPECT_EQ(Batch({"make-card", card}, out), 1);
+    EXPECT_EQ(RunBatch({"make-card", card}, out), 1);
     EXPECT_NE(out.find("exists already"), std::string::npos) << out;
     using std::filesystem::directory_iterator;
     EXPECT_EQ(std::distance(directory_iterator(card + "/DCIM/100TIVOX"), directory_iterator()), 9);
@@ -65,7 +49,7 @@ TEST(BatchExif, RecordDumpEscapesTexts) {
     ASSERT_TRUE(WriteFile(dir.File("p.jpg"), MakeJpeg(o)));
 
     std::string out;
-    EXPECT_EQ(Batch({"exif", dir.File("p.jpg")}, out), 0);
+    EXPECT_EQ(RunBatch({"exif", dir.File("p.jpg")}, out), 0);
     EXPECT_EQ(out, "File=" + dir.File("p.jpg") +
                        "\nVersion=0210\nCameraMake=A\\x01B\\\\\nCameraModel=Z 100\n"
                        "DateTime=2004:04:23 15:00:53\nHeight=30\nWidth=40\n"
@@ -78,7 +62,7 @@ TEST(BatchExif, RecordDumpEscapesTexts) {
                        "Xresolution=72\nYresolution=72\nResolutionUnit=1\n"
                        "Brightness=0\nComments=line\\none\\ttab\nThumbnailSize=0\n"
                        "IsExif=1\nlastError=\n\n");
-    EXPECT_EQ(Batch({"exif", dir.File("p.jpg"), dir.File("missing.jpg")}, out), 1);
+    EXPECT_EQ(RunBatch({"exif", dir.File("p.jpg"), dir.File("missing.jpg")}, out), 1);
     EXPECT_NE(out.find("missing.jpg"), std::string::npos) << out;
 }
 
@@ -95,7 +79,7 @@ TEST(BatchExif, UsageErrors) {
     };
     for (const auto& args : cases) {
         std::string out;
-        EXPECT_EQ(Batch(args, out), 2) << args.size();
+        EXPECT_EQ(RunBatch(args, out), 2) << args.size();
         EXPECT_NE(out.find("usage: tivox-batch " + args[0]), std::string::npos) << out;
     }
     EXPECT_FALSE(std::filesystem::exists(dir.File("c")));

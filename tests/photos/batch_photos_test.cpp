@@ -3,23 +3,20 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
 #include "photos/photo.h"
 #include "platform/pnm_io.h"
+#include "support/batch_runner.h"
 #include "support/test_jpeg.h"
 
 namespace tivox {
 namespace {
 
+// The arguments as one line; the tests' folder names hold no blanks.
 int RunBatch(const std::string& args) {
-    const std::string command = std::string(TIVOX_BATCH_EXE) + " " + args + " >/dev/null 2>&1";
-    const int rc = std::system(command.c_str());
-    return WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
+    return test::Capture(std::string(TIVOX_BATCH_EXE) + " " + args + " </dev/null 2>&1").exitCode;
 }
 
 class BatchPhotos : public ::testing::Test {

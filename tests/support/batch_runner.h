@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tivox::test {
@@ -44,6 +45,13 @@ inline CommandRun RunBatch(const std::vector<std::string>& args) {
     for (const auto& arg : args)
         command += " " + ShellQuote(arg);
     return Capture(command + " </dev/null 2>&1");
+}
+
+// The same, for tests that look at the exit status first.
+inline int RunBatch(const std::vector<std::string>& args, std::string& printed) {
+    CommandRun run = RunBatch(args);
+    printed = std::move(run.output);
+    return run.exitCode;
 }
 
 } // namespace tivox::test
