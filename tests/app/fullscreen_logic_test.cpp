@@ -19,11 +19,9 @@ TEST(FullScreenPaging, PagesPhotosAndMarkersWrap) {
     const struct {
         int count, perPage, from, next, previous;
     } cases[] = {
-        {10, 4, 0, 4, 8},                    // previous from the first page: start of the last
-        {12, 4, 0, 4, 8},                    // exactly full last page: 12 / 4 * 4 = count, less 4
-        {10, 4, 8, 0, 4},                    // next from a half page wraps to 0
-        {12, 4, 8, 0, 4}, {16, 16, 0, 0, 0}, // one full page stays
-        {1, 16, 0, 0, 0},
+        // Previous from the first page: the start of the last, also when full.
+        {10, 4, 0, 4, 8}, {12, 4, 0, 4, 8},  {10, 4, 8, 0, 4},
+        {12, 4, 8, 0, 4}, {16, 16, 0, 0, 0}, {1, 16, 0, 0, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.count << "/" << c.perPage << " from " << c.from);
@@ -41,83 +39,59 @@ TEST(FullScreenPaging, PagesPhotosAndMarkersWrap) {
     EXPECT_EQ(ToggledMarker(ToggledMarker(3, 2), 2), 0);
 }
 
-TEST(ToolState, ModeGroupsAndRatios) {
+TEST(ToolState, RatiosAndLeavingTheTools) {
+    // Height over width of the prints; 13x18 and 18x24 are 5x7 and 7x9.5 inches.
     const struct {
         int mode, group;
-        std::uint32_t aspectBits;
+        float ratio;
     } rows[] = {
-        {ModeSelect, 0, 0},
-        {ModeCrop7x10, 1, 0x3F400000},
-        {ModeCrop9x13, 1, 0x3F333333},
-        {ModeCrop10x15, 1, 0x3F2AAAAB},
-        {ModeCrop13x18, 1, 0x3F36DB6E},
-        {ModeCrop18x24, 1, 0x3F3CA1AF},
-        {ModeCropFree, 1, 0},
-        {ModeCropPlaced, 8, 0},
-        {ModeRedEye, 9, 0},
-    };
+        {ModeSelect, 0, 0},           {ModeCrop7x10, 1, 0.75f},     {ModeCrop9x13, 1, 0.7f},
+        {ModeCrop10x15, 1, 2.0f / 3}, {ModeCrop13x18, 1, 5.0f / 7}, {ModeCrop18x24, 1, 14.0f / 19},
+        {ModeCropFree, 1, 0},         {ModeCropPlaced, 8, 0},       {ModeRedEye, 9, 0}};
     for (const auto& row : rows) {
         EXPECT_EQ(GetModeGroup(row.mode), row.group) << row.mode;
-        EXPECT_EQ(std::bit_cast<std::uint32_t>(CropAspectOf(row.mode)), row.aspectBits) << row.mode;
+        EXPECT_EQ(CropAspectOf(row.mode), row.ratio) << row.mode;
     }
-}
 
-TEST(ToolState, PortraitTurnsTheRatioOnlyOnEnteringADrawingTool) {
+    // An upright photo turns the ratio on entering a drawing tool, and only then.
     CToolState tools;
     int asked = 0;
-    auto upright = [&](bool answer) {
-        return [&asked, answer] {
-            ++asked;
-            return answer;
-        };
+    auto upright = [&asked](bool answer) -> CToolState::PortraitQuery {
+        return [&asked, answer] { return ++asked, answer; };
     };
     EXPECT_EQ(tools.SetMode(ModeCrop9x13, upright(false)), ToolCursor::Crop);
-    EXPECT_EQ(tools.CropAspect(), 0.7f);
-    tools.SetCropRect({1, 2, 3, 4});
     EXPECT_EQ(tools.SetMode(ModeCropPlaced, upright(true)), ToolCursor::Move);
+    EXPECT_EQ(tools.CropAspect(), 0.7f);
     EXPECT_EQ(asked, 1);
-    EXPECT_EQ(tools.PreviousMode(), ModeCrop9x13);
-    EXPECT_EQ(tools.CropRect(), (Rect{1, 2, 3, 4}));
-    EXPECT_EQ(tools.SetMode(ModeCrop9x13, upright(true)), ToolCursor::Crop);
+    tools.SetMode(ModeCrop9x13, upright(true));
     EXPECT_EQ(tools.CropAspect(), 1.0f / 0.7f);
-    EXPECT_EQ(tools.CropRect(), (Rect{}));
-    EXPECT_EQ(tools.SetMode(ModeCropFree, upright(true)), ToolCursor::Crop);
+    tools.SetMode(ModeCropFree, upright(true));
     EXPECT_EQ(tools.CropAspect(), 0.0f);
-    EXPECT_EQ(tools.SetMode(ModeRedEye, upright(true)), ToolCursor::RedEye);
-    EXPECT_EQ(tools.SetMode(ModeSelect, upright(true)), ToolCursor::Select);
-}
 
-TEST(ToolState, EscapeAndRightClickByTool) {
-    CToolState tools;
-    ToolCursor cursor;
+    // Esc and a right click step back alike: placed, drawing (the rectangle
+    // dropped), select; they part in select and in red eye.
     const CToolState::PortraitQuery none;
-    EXPECT_EQ(tools.OnEscape(none, cursor), ToolExit::CloseWindow);
-    EXPECT_EQ(tools.OnContextMenu(none, cursor), ToolExit::ShowToolWindow);
-    EXPECT_EQ(cursor, ToolCursor::Unchanged);
-
-    // Placed -> Esc: back to the drawing tool with the rectangle dropped.
-    tools.SetMode(ModeCrop10x15, none);
-    tools.SetCropRect({10, 10, 90, 60});
-    tools.SetMode(ModeCropPlaced, none);
-    EXPECT_EQ(tools.OnEscape(none, cursor), ToolExit::BackToDrawing);
-    EXPECT_EQ(tools.Mode(), ModeCrop10x15);
-    EXPECT_EQ(cursor, ToolCursor::Crop);
-    EXPECT_EQ(tools.CropRect(), (Rect{}));
-    EXPECT_EQ(tools.OnEscape(none, cursor), ToolExit::LeftDrawing);
-    EXPECT_EQ(tools.Mode(), ModeSelect);
-    EXPECT_EQ(cursor, ToolCursor::Select);
-
-    tools.SetMode(ModeCropFree, none);
-    tools.SetMode(ModeCropPlaced, none);
-    EXPECT_EQ(tools.OnContextMenu(none, cursor), ToolExit::BackToDrawing);
-    EXPECT_EQ(tools.OnContextMenu(none, cursor), ToolExit::LeftDrawing);
-    // From red eye a right click also shows the tool window, Esc does not.
-    tools.SetMode(ModeRedEye, none);
-    EXPECT_EQ(tools.OnContextMenu(none, cursor), ToolExit::ShowToolWindow);
-    EXPECT_EQ(tools.Mode(), ModeSelect);
-    tools.SetMode(ModeRedEye, none);
-    EXPECT_EQ(tools.OnEscape(none, cursor), ToolExit::LeftRedEye);
-    EXPECT_EQ(tools.Mode(), ModeSelect);
+    for (const bool esc : {true, false}) {
+        SCOPED_TRACE(esc ? "Esc" : "right click");
+        ToolCursor cursor;
+        auto leave = [&] {
+            return esc ? tools.OnEscape(none, cursor) : tools.OnContextMenu(none, cursor);
+        };
+        tools.SetMode(ModeCrop10x15, none);
+        tools.SetCropRect({10, 10, 90, 60});
+        tools.SetMode(ModeCropPlaced, none);
+        EXPECT_EQ(leave(), ToolExit::BackToDrawing);
+        EXPECT_EQ(tools.Mode(), ModeCrop10x15);
+        EXPECT_EQ(cursor, ToolCursor::Crop);
+        EXPECT_EQ(tools.CropRect(), (Rect{}));
+        EXPECT_EQ(leave(), ToolExit::LeftDrawing);
+        EXPECT_EQ(cursor, ToolCursor::Select);
+        EXPECT_EQ(leave(), esc ? ToolExit::CloseWindow : ToolExit::ShowToolWindow);
+        EXPECT_EQ(cursor, ToolCursor::Unchanged);
+        tools.SetMode(ModeRedEye, none);
+        EXPECT_EQ(leave(), esc ? ToolExit::LeftRedEye : ToolExit::ShowToolWindow);
+        EXPECT_EQ(tools.Mode(), ModeSelect);
+    }
 }
 
 TEST(CropRect, DrawnRectangles) {
@@ -129,27 +103,17 @@ TEST(CropRect, DrawnRectangles) {
         Size picture;
         Rect want;
     } cases[] = {
-        {"0.7f lies under 0.7", {100, 100}, {200, 300}, 0.7f, full, {100, 100, 100, 69}},
+        {"0.7f < 0.7", {100, 100}, {200, 300}, 0.7f, full, {100, 100, 100, 69}},
         {"upward", {100, 300}, {200, 250}, 0.7f, full, {100, 231, 100, 69}},
-        {"2/3f lies over 2/3, height clamped",
-         {300, 100},
-         {600, 0},
-         2.0f / 3,
-         full,
-         {300, 0, 149, 100}},
+        {"2/3f > 2/3, clamped", {300, 100}, {600, 0}, 2.0f / 3, full, {300, 0, 149, 100}},
         {"free", {100, 100}, {300, 250}, 0.0f, full, {100, 100, 200, 150}},
-        {"free backwards", {300, 250}, {100, 100}, 0.0f, full, {100, 100, 200, 150}},
+        {"free back", {300, 250}, {100, 100}, 0.0f, full, {100, 100, 200, 150}},
         {"click only", {300, 250}, {300, 250}, 0.0f, full, {300, 250, 0, 0}},
         {"left edge", {200, 100}, {50, 300}, 0.0f, square, {128, 100, 72, 200}},
         {"right edge", {800, 100}, {1000, 300}, 0.0f, square, {800, 100, 96, 200}},
-        {"bottom edge exactly: 69 / 0.7f",
-         {200, 699},
-         {300, 767},
-         0.7f,
-         square,
-         {200, 699, 98, 69}},
-        {"width cut, new height", {700, 100}, {1000, 300}, 0.5f, square, {700, 100, 196, 98}},
-        {"bottom, then right", {800, 600}, {1000, 700}, 1.0f, square, {800, 600, 96, 96}},
+        {"69 / 0.7f", {200, 699}, {300, 767}, 0.7f, square, {200, 699, 98, 69}}, // bottom, exactly
+        {"width cut", {700, 100}, {1000, 300}, 0.5f, square, {700, 100, 196, 98}},
+        {"bottom, right", {800, 600}, {1000, 700}, 1.0f, square, {800, 600, 96, 96}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(UpdatedCropRect(c.anchor, c.mouse, c.aspect, screen, c.picture), c.want)

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "acquire/folder_paths.h"
 #include "app/settings.h"
 #include "support/test_jpeg.h"
 
@@ -36,10 +37,7 @@ TEST(Settings, WorkedExampleIsSixtyBytes) {
 }
 
 TEST(Settings, LengthPrefixesAtTheirBoundaries) {
-    const struct {
-        std::size_t length;
-        Data prefix;
-    } cases[] = {
+    const std::pair<std::size_t, Data> cases[] = {
         {0, {0x00}},
         {254, {0xFE}},
         {255, {0xFF, 0xFF, 0x00}},
@@ -47,77 +45,56 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
         {65534, {0xFF, 0xFF, 0xFF, 0xFE, 0xFF, 0x00, 0x00}},
         {70000, {0xFF, 0xFF, 0xFF, 0x70, 0x11, 0x01, 0x00}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.length);
-        CSettings s;
-        s.m_cameraDrive = std::string(c.length, 'x');
+    for (const auto& [length, prefix] : cases) {
+        SCOPED_TRACE(length);
+        CSettings s, back;
+        s.m_cameraDrive = std::string(length, 'x');
         const Data bytes = s.Store();
-        EXPECT_TRUE(std::equal(c.prefix.begin(), c.prefix.end(), bytes.begin() + 4));
-        EXPECT_EQ(bytes.size(), 4 + c.prefix.size() + c.length + 4 * 1 + 24);
-        CSettings back;
+        EXPECT_EQ(Data(bytes.begin() + 4, bytes.begin() + 4 + long(prefix.size())), prefix);
+        EXPECT_EQ(bytes.size(), 4 + prefix.size() + length + 4 * 1 + 24);
         ASSERT_TRUE(back.Load(bytes));
         EXPECT_EQ(back.m_cameraDrive, s.m_cameraDrive);
     }
 }
 
-// A file of the given version: one-byte lengths, then the numbers.
-Data OldFile(std::int32_t version, const std::vector<std::string>& strings,
-             const std::vector<std::uint32_t>& numbers) {
-    Data d;
-    auto word = [&d](std::uint32_t v) {
-        for (int shift = 0; shift < 32; shift += 8)
-            d.push_back(std::uint8_t(v >> shift));
-    };
-    word(std::uint32_t(version));
-    for (const auto& s : strings) {
-        d.push_back(std::uint8_t(s.size()));
-        d.insert(d.end(), s.begin(), s.end());
-    }
-    for (auto n : numbers)
-        word(n);
-    return d;
-}
-
 TEST(Settings, TheVersionWordChoosesTheLayout) {
-    const std::vector<std::string> five = {"/media/card", "/home/a", "2004", "/home/a/web",
-                                           "%Time%"};
-    const std::vector<std::string> four = {"/media/card", "/home/a", "2004", "%Time%"};
+    // 120 added the gallery folder, backup and quality, 150 the units; a word
+    // outside 100 to 1000 means the oldest layout.
     const struct {
         std::int32_t version;
-        Data file;
-        const char* gallery; // null: the default
-        std::uint32_t backup, quality, units;
-    } cases[] = {
-        {1000, OldFile(1000, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
-        {150, OldFile(150, five, {5, 6, 30, 0, 90, 0}), "/home/a/web", 0, 90, 0},
-        {149, OldFile(149, five, {5, 6, 30, 0, 90}), "/home/a/web", 0, 90, 1},
-        {120, OldFile(120, five, {5, 6, 30, 0, 90}), "/home/a/web", 0, 90, 1},
-        {119, OldFile(119, four, {5, 6, 30}), nullptr, 1, 80, 1},
-        {100, OldFile(100, four, {5, 6, 30}), nullptr, 1, 80, 1},
-        {1001, OldFile(1001, four, {5, 6, 30}), nullptr, 1, 80, 1},
-        {-5, OldFile(-5, four, {5, 6, 30}), nullptr, 1, 80, 1},
-    };
+        bool gallery, units;
+    } cases[] = {{1000, true, true},   {150, true, true},   {149, true, false},
+                 {120, true, false},   {119, false, false}, {100, false, false},
+                 {1001, false, false}, {-5, false, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.version);
+        Data file; // with one-byte lengths
+        auto word = [&file](std::uint32_t v) {
+            for (int shift = 0; shift < 32; shift += 8)
+                file.push_back(std::uint8_t(v >> shift));
+        };
+        word(std::uint32_t(c.version));
+        for (const std::string text : {"/media/card", "/home/a", "2004", "/web", "%Time%"}) {
+            if (text == "/web" && !c.gallery)
+                continue;
+            file.push_back(std::uint8_t(text.size()));
+            file.insert(file.end(), text.begin(), text.end());
+        }
+        const std::uint32_t numbers[] = {5, 6, 30, 0, 90, 0};
+        for (int i = 0; i < 3 + 2 * c.gallery + c.units; ++i)
+            word(numbers[i]);
         CSettings s;
         s.m_metricUnits = 7;
-        ASSERT_TRUE(s.Load(c.file));
-        EXPECT_EQ(s.m_cameraDrive, "/media/card");
+        ASSERT_TRUE(s.Load(file));
         EXPECT_EQ(s.m_renamingRule, "%Time%");
-        EXPECT_EQ(s.m_tilesX, 5u);
-        EXPECT_EQ(s.m_tilesY, 6u);
         EXPECT_EQ(s.m_statusBarHeight, 30u);
-        if (c.gallery)
-            EXPECT_EQ(s.m_galleryFolder, c.gallery);
-        else
-            EXPECT_NE(s.m_galleryFolder.find("/Galleries"), std::string::npos);
-        EXPECT_EQ(s.m_createBackup, c.backup);
-        EXPECT_EQ(s.m_jpegQuality, c.quality);
-        EXPECT_EQ(s.m_metricUnits, c.units);
-        EXPECT_EQ(s.Store()[0], 150); // written back as the current version
-        Data longer = c.file;
-        longer.insert(longer.end(), {1, 2, 3}); // trailing bytes are ignored
-        EXPECT_TRUE(CSettings().Load(longer));
+        EXPECT_EQ(s.m_galleryFolder, c.gallery ? "/web" : DefaultGalleryFolder());
+        EXPECT_EQ(s.m_createBackup, c.gallery ? 0u : 1u);
+        EXPECT_EQ(s.m_jpegQuality, c.gallery ? 90u : 80u);
+        EXPECT_EQ(s.m_metricUnits, c.units ? 0u : 1u);
+        EXPECT_EQ(s.Store()[0], 150);       // written back as the current version
+        file.insert(file.end(), {1, 2, 3}); // trailing bytes are ignored
+        EXPECT_TRUE(CSettings().Load(file));
     }
 }
 
