@@ -27,27 +27,22 @@ void Leave(QWidget* widget) {
 }
 
 TEST(IconButton, OffsetColorKeepsTheHueInsideTheRange) {
+    // A bad slot gives 3, a bad offset 5; neither changes a colour.
     const struct {
-        QColor start;
+        QRgb start;
         int index, offset, result;
-        QColor want; // unchanged unless the result is 0
-    } cases[] = {
-        {QColor(212, 208, 200), 0, 255, 0, QColor(255, 251, 243)},
-        {QColor(212, 208, 200), 0, 20, 0, QColor(232, 228, 220)},
-        {QColor(212, 208, 200), 2, -255, 0, QColor(12, 8, 0)},
-        {QColor(10, 20, 30), 4, -5, 0, QColor(5, 15, 25)},
-        {QColor(10, 20, 30), 6, 5, 3, QColor(10, 20, 30)},
-        {QColor(10, 20, 30), -1, 5, 3, QColor(10, 20, 30)},
-        {QColor(10, 20, 30), 0, 256, 5, QColor(10, 20, 30)},
-        {QColor(10, 20, 30), 0, -256, 5, QColor(10, 20, 30)},
-    };
+        QRgb want;
+    } cases[] = {{0xD4D0C8, 0, 255, 0, 0xFFFBF3},  {0xD4D0C8, 0, 20, 0, 0xE8E4DC},
+                 {0xD4D0C8, 2, -255, 0, 0x0C0800}, {0x0A141E, 4, -5, 0, 0x050F19},
+                 {0x0A141E, 6, 5, 3, 0x0A141E},    {0x0A141E, -1, 5, 3, 0x0A141E},
+                 {0x0A141E, 0, 256, 5, 0x0A141E},  {0x0A141E, 0, -256, 5, 0x0A141E}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.index << " " << c.offset);
         CIconButton button;
         const int slot = c.index >= 0 && c.index <= 5 ? c.index : 0;
-        button.SetColor(slot, c.start);
+        button.SetColor(slot, QColor(c.start));
         EXPECT_EQ(button.OffsetColor(c.index, c.offset), c.result);
-        EXPECT_EQ(button.Color(slot), c.want);
+        EXPECT_EQ(button.Color(slot), QColor(c.want));
     }
 }
 

@@ -6,7 +6,6 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -47,9 +46,7 @@ protected:
     }
 
     std::string PhotoPath(int index) const {
-        char name[32];
-        std::snprintf(name, sizeof name, "/photo_%02d.jpg", index);
-        return m_folder + name;
+        return m_folder + (index < 10 ? "/photo_0" : "/photo_") + std::to_string(index) + ".jpg";
     }
     // Writes `count` solid photos (colour 0xRRGGBB) as photo_00.jpg ...
     void WritePhotos(int count, int width = 320, int height = 240, std::uint32_t color = 0x808080) {
@@ -86,7 +83,9 @@ protected:
         Mouse(QEvent::MouseButtonPress, x, y, Qt::LeftButton, Qt::LeftButton);
     }
     void Release(int x, int y) { Mouse(QEvent::MouseButtonRelease, x, y, Qt::LeftButton, {}); }
+    // Clicks come after a move there, as with a real mouse.
     void Click(int x, int y) {
+        Move(x, y);
         Press(x, y);
         Release(x, y);
     }

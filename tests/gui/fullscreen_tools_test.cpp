@@ -26,7 +26,6 @@ protected:
     // Shows photo `index` alone and brings up the Image Operations window.
     void ShowSingle(int index) {
         Open(4, 4, 30);
-        Move(256 * (index % 4) + 100, 184 * (index / 4) + 100);
         DoubleClick(256 * (index % 4) + 100, 184 * (index / 4) + 100);
         ASSERT_TRUE(m_window->IsSinglePhoto());
         Grab(); // loads the working image

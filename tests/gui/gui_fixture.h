@@ -22,22 +22,18 @@ namespace tivox::test {
 class ScriptedPicker final : public IFolderPicker {
 public:
     std::vector<std::string> folders;
-    struct Run {
-        std::string title;
-        std::string startFolder;
-    };
-    std::vector<Run> runs;
+    std::vector<std::pair<std::string, std::string>> runs;
 
     bool PickFolder(const UiText& title, const std::string& startFolder,
                     std::string& chosen) override {
-        runs.push_back({RenderUiText(title), startFolder});
-        const std::string next = folders.empty() ? std::string() : folders.front();
-        if (!folders.empty())
-            folders.erase(folders.begin());
-        if (next.empty())
+        runs.emplace_back(RenderUiText(title), startFolder);
+        if (folders.empty())
             return false;
-        chosen = next;
-        return true;
+        const std::string next = folders.front();
+        folders.erase(folders.begin());
+        if (!next.empty())
+            chosen = next;
+        return !next.empty();
     }
 };
 

@@ -2,7 +2,6 @@
 // and the windows come up in German with it.
 
 #include <QAbstractButton>
-#include <QContextMenuEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTranslator>
@@ -12,7 +11,7 @@
 #include "gui_fixture.h"
 #include "ui/about_dlg.h"
 #include "ui/drives_dlg.h"
-#include "ui/fullscreen_editing.h"
+#include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
 #include "ui/tab_color.h"
@@ -64,23 +63,13 @@ TEST_F(German, TheWindowsComeUpInGerman) {
     EXPECT_EQ(rig.dlg->Button("getPhotos")->text(), "Fotos &holen");
     EXPECT_EQ(CDrivesDlg([] { return std::vector<CDriveInfo>{}; }).windowTitle(), "Laufwerke");
 
-    rig.dlg->Commands().Fields().m_baseFolder = rig.dir.path(); // an empty photo folder
-    rig.dlg->Commands().UpdateData(false);
-    CFullScreenEditing editing{*rig.dlg};
-    editing.Window().SetPrompt(&rig.prompt);
-    rig.dlg->OnFullScreen();
-    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(50, 50), QPoint(50, 50));
-    QApplication::sendEvent(&editing.Window(), &menu);
-    CImageOpsDlg* dlg = editing.Window().ImageOpsDlg();
-    ASSERT_NE(dlg, nullptr);
-    EXPECT_EQ(dlg->windowTitle(), "Bildbearbeitung");
-    QStringList tabs;
-    for (int i = 0; i < dlg->Tab()->count(); ++i)
-        tabs << dlg->Tab()->tabText(i);
-    EXPECT_EQ(tabs, (QStringList{"Basis", "Farbe", "Foto", "Web"}));
-    EXPECT_EQ(dlg->CommitButton()->text(), QString::fromUtf8("Ü&bernehmen"));
+    CFullScreenWnd window; // the Image Operations window and its pages
+    CImageOpsDlg ops(&window);
+    EXPECT_EQ(ops.windowTitle(), "Bildbearbeitung");
+    EXPECT_EQ(ops.Tab()->tabText(1), "Farbe");
+    EXPECT_EQ(ops.CommitButton()->text(), QString::fromUtf8("Ü&bernehmen"));
     QStringList labels;
-    for (QLabel* label : dlg->Tab()->m_color->findChildren<QLabel*>())
+    for (QLabel* label : ops.Tab()->m_color->findChildren<QLabel*>())
         labels << label->text();
     EXPECT_TRUE(labels.contains(QString::fromUtf8("Sättigung")));
 }
