@@ -32,40 +32,27 @@ bool ColourNear(const QImage& frame, int x, int y, QRgb colour) {
     return false;
 }
 
-TEST_F(FullScreenWindow, OpensFreshEveryTime) {
-    WritePhotos(3);
-    Open(4, 4, 30);
-    EXPECT_EQ(m_list.screenSize, (Size{1024, 768}));
-    ASSERT_EQ(m_list.Count(), 3);
-    // Thumbnails just fit a tile: 320 x 240 into 248 x 176.
-    EXPECT_EQ(m_list.PhotoAt(0)->thumbnail->Height(), 176);
-    EXPECT_EQ(m_window->CurrentMarker(), 1);
-    Key(Qt::Key_G);
-    Click(10, 10);
-    Key(Qt::Key_PageDown);
-    Key(Qt::Key_Escape);
-    EXPECT_EQ(m_list.Count(), 0);
-    // Marks and the chosen marker do not survive closing.
-    Open(4, 4, 30);
-    EXPECT_EQ(m_window->CurrentMarker(), 1);
-    EXPECT_EQ(m_window->PageStart(), 0);
-    EXPECT_EQ(m_list.PhotoAt(0)->marker, 0);
-}
-
-TEST_F(FullScreenWindow, PagingKeysWrapBothWays) {
+TEST_F(FullScreenWindow, PagingWrapsAndNothingSurvivesClosing) {
     WritePhotos(10);
     Open(2, 2, 0); // four per page
-    const struct {
-        int key, pageStart;
-    } steps[] = {
-        {Qt::Key_Right, 8}, // Right steps backward: first page to the last
-        {Qt::Key_Left, 0},  {Qt::Key_PageDown, 4}, {Qt::Key_Down, 8},
-        {Qt::Key_Down, 0},  {Qt::Key_Up, 8},       {Qt::Key_PageUp, 4},
-    };
-    for (const auto& step : steps) {
-        Key(step.key);
-        EXPECT_EQ(m_window->PageStart(), step.pageStart) << step.key;
+    EXPECT_EQ(m_list.screenSize, (Size{1024, 768}));
+    // The paging keys wrap both ways; Right steps backward.
+    const int keys[] = {Qt::Key_Right, Qt::Key_Left, Qt::Key_PageDown, Qt::Key_Down,
+                        Qt::Key_Down,  Qt::Key_Up,   Qt::Key_PageUp};
+    const int starts[] = {8, 0, 4, 8, 0, 8, 4};
+    for (int i = 0; i < 7; ++i) {
+        Key(keys[i]);
+        EXPECT_EQ(m_window->PageStart(), starts[i]) << i;
     }
+    Key(Qt::Key_G);
+    Click(10, 10);
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(m_list.Count(), 0);
+    // Marks, the chosen marker and the page do not survive closing.
+    Open(2, 2, 0);
+    EXPECT_EQ(m_window->CurrentMarker(), 1);
+    EXPECT_EQ(m_window->PageStart(), 0);
+    EXPECT_EQ(m_list.PhotoAt(4)->marker, 0);
 }
 
 TEST_F(FullScreenWindow, MarkingAndTheViewChange) {
@@ -164,14 +151,12 @@ TEST_F(FullScreenWindow, PaintsVeilFramesPlaceholderAndStatusText) {
 
 TEST_F(FullScreenWindow, EmptyFolderStaysBlackAndEscCloses) {
     Open(4, 4, 30);
-    EXPECT_EQ(m_list.Count(), 0);
     Key(Qt::Key_PageUp);
     Key(Qt::Key_PageDown);
     Click(100, 100);
     EXPECT_EQ(Grab().pixel(100, 100), kBlack);
     Key(Qt::Key_Escape);
     EXPECT_FALSE(m_window->HasWindow());
-    EXPECT_FALSE(m_window->isVisible());
 }
 
 TEST_F(FullScreenWindow, UndecodableFilesAndEmptyTilesShowBlack) {

@@ -272,54 +272,44 @@ TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
     EXPECT_EQ(FileNames(base + "/Typed"), photos);
 }
 
-struct EditingRig {
-    EditingRig() {
-        MainDialogFields& f = rig.dlg->Commands().Fields();
-        f.m_baseFolder = rig.dir.path();
-        f.m_photoFolder = "Photos";
-        f.m_tilesX = 3;
-        f.m_tilesY = 2;
-        f.m_showStatusBar = 1;
-        f.m_statusBarHeight = 30;
-        rig.dlg->Commands().UpdateData(false);
-        TestJpegOptions options;
-        options.width = 160;
-        options.height = 120;
-        for (int i = 0; i < 5; ++i)
-            PutFile(Folder() + "/p" + std::to_string(i) + ".jpg", MakeJpeg(options));
-        editing.Window().SetPrompt(&rig.prompt);
-    }
-    std::string Folder() const { return rig.dir.path() + "/Photos"; }
-
-    DialogRig rig;
-    CFullScreenEditing editing{*rig.dlg};
-};
-
 TEST(FullScreenEditing, OpensAfreshAndClosesBeforeOtherCommands) {
-    EditingRig e;
-    e.rig.dlg->OnFullScreen();
-    CFullScreenWnd& window = e.editing.Window();
-    CPhotoList& list = e.editing.PhotoList();
+    DialogRig rig;
+    MainDialogFields& f = rig.dlg->Commands().Fields();
+    f.m_baseFolder = rig.dir.path();
+    f.m_tilesX = 3;
+    f.m_tilesY = 2;
+    f.m_showStatusBar = 1;
+    f.m_statusBarHeight = 30;
+    rig.dlg->Commands().UpdateData(false);
+    const std::string folder = rig.dir.path() + "/Photos";
+    for (int i = 0; i < 5; ++i)
+        PutFile(folder + "/p" + std::to_string(i) + ".jpg", MakeJpeg({}));
+    CFullScreenEditing editing{*rig.dlg};
+    CFullScreenWnd& window = editing.Window();
+    CPhotoList& list = editing.PhotoList();
+    window.SetPrompt(&rig.prompt);
+
+    rig.dlg->OnFullScreen();
     ASSERT_TRUE(window.isVisible());
     EXPECT_EQ(window.Layout().GetTileCount(), (Size{3, 2}));
     EXPECT_EQ(window.Layout().GetStatusHeight(), 30);
     EXPECT_EQ(list.Count(), 5);
     // A second opening reads the folder anew and forgets the marks.
     list.PhotoAt(0)->marker = 2;
-    fs::remove(e.Folder() + "/p4.jpg");
-    e.rig.dlg->OnFullScreen();
+    fs::remove(folder + "/p4.jpg");
+    rig.dlg->OnFullScreen();
     EXPECT_EQ(list.Count(), 4);
     EXPECT_EQ(list.PhotoAt(0)->marker, 0);
     // Get Photos refuses the missing camera drive, but only after the
     // window is gone and the worker stopped.
-    e.rig.dlg->OnGetPhotos();
+    rig.dlg->OnGetPhotos();
     EXPECT_FALSE(window.HasWindow());
     EXPECT_EQ(list.Count(), 0);
-    EXPECT_TRUE(fs::exists(e.Folder() + "/p0.jpg"));
+    EXPECT_TRUE(fs::exists(folder + "/p0.jpg"));
     // So does the dialog's end.
-    e.rig.dlg->OnFullScreen();
+    rig.dlg->OnFullScreen();
     ASSERT_TRUE(window.HasWindow());
-    e.rig.dlg->done(QDialog::Accepted);
+    rig.dlg->done(QDialog::Accepted);
     EXPECT_FALSE(window.HasWindow());
     EXPECT_EQ(list.Count(), 0);
 }
