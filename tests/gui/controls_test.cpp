@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QEnterEvent>
-#include <QMouseEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -80,22 +79,6 @@ TEST(IconButton, PicturesAtRestUnderTheMouseAndChecked) {
     EXPECT_NE(box.CurrentPicture(), unchecked);
     box.click();
     EXPECT_EQ(box.CurrentPicture(), unchecked);
-}
-
-TEST(IconButton, QuickClicksCountAsSingleClicks) {
-    CIconButton button(QStringLiteral("Go"));
-    button.resize(80, 30);
-    int clicks = 0;
-    QObject::connect(&button, &QPushButton::clicked, [&] { ++clicks; });
-    using E = QEvent; // as the platform delivers a double click
-    for (E::Type type : {E::MouseButtonPress, E::MouseButtonRelease, E::MouseButtonDblClick,
-                         E::MouseButtonRelease}) {
-        const bool up = type == E::MouseButtonRelease;
-        QMouseEvent event(type, QPointF(10, 10), QPointF(10, 10), Qt::LeftButton,
-                          up ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&button, &event);
-    }
-    EXPECT_EQ(clicks, 2);
 }
 
 TEST(ColorStatic, ShowsANewColourAtOnce) {
