@@ -80,25 +80,6 @@ Bytes PhotoShotAt(const std::string& dateTime, bool bigEndian) {
     return MakeJpeg(options);
 }
 
-PromptAnswer ScriptedPrompt::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
-                                 PromptAnswer defaultAnswer, const UiText&) {
-    shown.push_back({RenderUiText(text), icon, defaultAnswer});
-    if (buttons == PromptButtons::Ok)
-        return PromptAnswer::Ok;
-    if (answers.empty())
-        return PromptAnswer::Yes;
-    const PromptAnswer a = answers.front();
-    answers.erase(answers.begin());
-    return a;
-}
-
-std::vector<std::string> ScriptedPrompt::Texts() const {
-    std::vector<std::string> texts;
-    for (const Shown& s : shown)
-        texts.push_back(s.text);
-    return texts;
-}
-
 int RunInChild(const ChildLimits& limits, const std::function<int()>& body) {
     const pid_t pid = fork();
     if (pid == 0) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/user_seams.h"
+#include "support/scripted_prompt.h"
 #include "support/test_jpeg.h"
 
 namespace tivox::test {
@@ -30,22 +31,6 @@ std::map<std::string, std::string> TreeChecksums(const std::string& folder);
 // A photo with EXIF of the given date ("2004:07:31 12:00:00"; empty: none),
 // in the given byte order.
 Bytes PhotoShotAt(const std::string& dateTime, bool bigEndian = false);
-
-// Answers questions from a script and records every message.
-class ScriptedPrompt final : public IPrompt {
-public:
-    std::vector<PromptAnswer> answers; // used in order; Yes when it runs out
-    struct Shown {
-        std::string text; // rendered
-        PromptIcon icon;
-        PromptAnswer defaultAnswer;
-    };
-    std::vector<Shown> shown;
-
-    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
-                     PromptAnswer defaultAnswer, const UiText& title) override;
-    std::vector<std::string> Texts() const;
-};
 
 class RecordingProgress final : public IProgressSink {
 public:

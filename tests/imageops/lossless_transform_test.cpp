@@ -38,7 +38,7 @@ protected:
     test::TempDir dir;
     const std::string path = dir.File("img_0001.jpg");
     CPhoto photo;
-    test::FakeHost host;
+    test::FakeWindow host;
     std::string error;
 };
 
@@ -50,7 +50,7 @@ TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
     EXPECT_EQ(photo.IsPortrait(), 1);
     ASSERT_NE(photo.screenImage, nullptr);
     EXPECT_EQ(photo.screenImage->Height(), 100);
-    EXPECT_EQ(host.invalidated, 1);
+    EXPECT_EQ(host.invalidations, 1);
     EXPECT_FALSE(TempFileLeft());
 
     // The first turn rewrote the tables; from then on bytes must repeat.
@@ -75,9 +75,9 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     const test::Bytes before = Contents();
     EXPECT_EQ(LosslessTransformPhoto(9, photo, host, error, &prompt), -1);
     EXPECT_EQ(error, "Error in lossless JPEG transform.");
-    ASSERT_EQ(prompt.texts.size(), 1u);
-    EXPECT_EQ(prompt.texts[0], "JPEG lossless transformation: unsupported");
-    EXPECT_EQ(prompt.icons[0], PromptIcon::Stop);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].text, "JPEG lossless transformation: unsupported");
+    EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Stop);
     EXPECT_EQ(Contents(), before);
     EXPECT_FALSE(TransformFile(kLosslessRotate180, path, dir.File("no/such/dir.jpg")));
     EXPECT_FALSE(TransformFile(kLosslessRotate180, dir.File("missing.jpg"), dir.File("o.jpg")));
@@ -89,7 +89,7 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     EXPECT_EQ(error, "Error in lossless JPEG transform.");
     EXPECT_EQ(Contents(), junk);
     EXPECT_FALSE(TempFileLeft());
-    EXPECT_EQ(host.invalidated, 2); // the window repaints in any case
+    EXPECT_EQ(host.invalidations, 2); // the window repaints in any case
 
     // The message is translated before its arguments go in.
     UiText text;

@@ -68,7 +68,7 @@ TEST_F(SelectionPassTest, ScopeChoosesThePhotos) {
         EXPECT_EQ(resized, c.chosen);
         EXPECT_EQ(window.invalidations, before + 1);
     }
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.shown.empty());
 }
 
 TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
@@ -76,16 +76,16 @@ TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
     EXPECT_EQ(list.Count(), 0);
     for (const auto& p : paths)
         EXPECT_NE(::access(p.c_str(), F_OK), 0) << p;
-    EXPECT_TRUE(prompt.texts.empty());
+    EXPECT_TRUE(prompt.shown.empty());
 }
 
 TEST_F(SelectionPassTest, OneFailureInAWalkShowsOneMessageAndTheWalkGoesOn) {
     ASSERT_EQ(::unlink(paths[1].c_str()), 0); // so deleting the second photo fails
     EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 1);
-    ASSERT_EQ(prompt.texts.size(), 1u);
-    EXPECT_EQ(prompt.texts[0], "Could not delete " + paths[1]);
-    EXPECT_EQ(prompt.titles[0], "Error");
-    EXPECT_EQ(prompt.icons[0], PromptIcon::Warning);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].text, "Could not delete " + paths[1]);
+    EXPECT_EQ(prompt.shown[0].title, "Error");
+    EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Warning);
     EXPECT_EQ(window.raised, 1);
     ASSERT_EQ(list.Count(), 1);
     EXPECT_EQ(list.PhotoAt(0)->path, paths[1]);

@@ -58,7 +58,7 @@ protected:
         return list.PhotoAt(i)->thumbnailReady.load(std::memory_order_acquire) == 1;
     }
     test::TempDir dir;
-    test::FakeHost host;
+    test::FakeWindow host;
     CPhotoList list;
 };
 
@@ -85,10 +85,10 @@ TEST_F(WorkerTest, ThumbnailsArriveInListOrderWithANotificationEach) {
 }
 
 // Stops the worker from inside its first notification.
-class StoppingHost : public test::FakeHost {
+class StoppingHost : public test::FakeWindow {
 public:
     void InvalidateTile(int index) override {
-        FakeHost::InvalidateTile(index);
+        FakeWindow::InvalidateTile(index);
         list->stopRequested.store(1);
     }
     CPhotoList* list = nullptr;
