@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "imageops/split_work.h"
+
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
 #endif
@@ -259,8 +261,17 @@ void ColorTransform::Apply(std::uint8_t* pixels, std::size_t count, PixelPath pa
 void ApplyColorMatrix(Bitmap& image, const ColorMatrix& matrix, float gamma, PixelPath path) {
     if (image.IsEmpty())
         return;
-    ColorTransform(matrix, gamma)
-        .Apply(image.Data(), std::size_t(image.Width()) * std::size_t(image.Height()), path);
+    const ColorTransform transform(matrix, gamma);
+    const std::size_t pixels = std::size_t(image.Width()) * std::size_t(image.Height());
+    if (!SplitInTwo(pixels, path)) {
+        transform.Apply(image.Data(), pixels, path);
+        return;
+    }
+    // Halves on a cache-line boundary, so the two threads never share a line.
+    const std::size_t firstHalf = pixels / 2 / 16 * 16;
+    std::uint8_t* second = image.Data() + firstHalf * 4;
+    RunBoth([&] { transform.Apply(second, pixels - firstHalf, path); },
+            [&] { transform.Apply(image.Data(), firstHalf, path); });
 }
 
 } // namespace tivox

@@ -243,18 +243,21 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
     }
 #endif
 
-    return ForEachInnerRowInPlace(image, [&](const std::uint8_t* above, const std::uint8_t* row,
-                                             const std::uint8_t* below, std::uint8_t* out) {
-        const Rows rows{{above, row, below}};
-        int x = 1;
+    return ForEachInnerRowInPlace(
+        image,
+        [&](const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
+            std::uint8_t* out) {
+            const Rows rows{{above, row, below}};
+            int x = 1;
 #if defined(__x86_64__) || defined(__i386__)
-        if (narrow)
-            x = kConvolveRow16[pairs](rows, out, 1, w - 1, taps, divider, kernel.offset);
-        else if (vector)
-            x = ConvolveRowAvx2(rows, out, 1, w - 1, taps, tapCount, kernel);
+            if (narrow)
+                x = kConvolveRow16[pairs](rows, out, 1, w - 1, taps, divider, kernel.offset);
+            else if (vector)
+                x = ConvolveRowAvx2(rows, out, 1, w - 1, taps, tapCount, kernel);
 #endif
-        ConvolveRowScalar(rows, out, x, w - 1, taps, tapCount, kernel);
-    });
+            ConvolveRowScalar(rows, out, x, w - 1, taps, tapCount, kernel);
+        },
+        path);
 }
 
 } // namespace tivox

@@ -141,8 +141,10 @@ bool CDenoiseFilter::Filter(const Bitmap& source, Bitmap& out, PixelPath path) c
 bool CDenoiseFilter::FilterInPlace(Bitmap& image, PixelPath path) const {
     const int w = image.Width();
     return ForEachInnerRowInPlace(
-        image, [&](const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
-                   std::uint8_t* out) { FilterRow(above, row, below, out, w, path); });
+        image,
+        [&](const std::uint8_t* above, const std::uint8_t* row, const std::uint8_t* below,
+            std::uint8_t* out) { FilterRow(above, row, below, out, w, path); },
+        path);
 }
 
 } // namespace tivox

@@ -7,35 +7,76 @@
 #include <new>
 #include <utility>
 
+#include "imageops/split_work.h"
 #include "platform/bitmap.h"
 
 namespace tivox {
 
-// Calls rowStep(above, row, below, out) for every inner row top down, with
-// the original pixels of the row and its two neighbours and the row of the
+namespace detail {
+
+// The walk over inner rows first..last of a picture written in place.
+// aboveOriginal holds the original of row first - 1; lastBelow that of row
+// last + 1, or is null when nobody writes that row during the walk. keep has
+// room for two rows.
+template <class RowStep>
+void WalkInnerRows(Bitmap& image, int first, int last, const std::uint8_t* aboveOriginal,
+                   const std::uint8_t* lastBelow, std::uint8_t* keep, RowStep& rowStep) {
+    const std::size_t rowBytes = std::size_t(image.Width()) * 4;
+    std::uint8_t* above = keep;
+    std::uint8_t* current = keep + rowBytes;
+    std::memcpy(above, aboveOriginal, rowBytes);
+    std::memcpy(current, image.Row(first), rowBytes);
+    for (int y = first; y <= last; ++y) {
+        const std::uint8_t* below = y == last && lastBelow ? lastBelow : image.Row(y + 1);
+        rowStep(static_cast<const std::uint8_t*>(above), static_cast<const std::uint8_t*>(current),
+                below, image.Row(y));
+        std::swap(above, current);
+        if (y < last)
+            std::memcpy(current, image.Row(y + 1), rowBytes);
+    }
+}
+
+} // namespace detail
+
+// Calls rowStep(above, row, below, out) for every inner row, with the
+// original pixels of the row and its two neighbours and the row of the
 // picture to write. Rows are written top down, so only the row above and the
 // row itself need their originals kept aside; the row below is still
-// untouched. The extra memory is two rows. False when that memory is short
-// (nothing is written); true at once for pictures under 3 rows or columns.
-template <class RowStep> bool ForEachInnerRowInPlace(Bitmap& image, RowStep rowStep) {
+// untouched. On big pictures and the fast path the rows are walked in two
+// bands at once (rowStep must then allow calls from two threads); the two
+// rows where the bands meet are kept aside first. The extra memory is six
+// rows at most. False when that memory is short (nothing is written); true at
+// once for pictures under 3 rows or columns.
+template <class RowStep>
+bool ForEachInnerRowInPlace(Bitmap& image, RowStep rowStep, PixelPath path = PixelPath::Scalar) {
     const int w = image.Width(), h = image.Height();
     if (w < 3 || h < 3)
         return true;
     const std::size_t rowBytes = std::size_t(w) * 4;
-    std::unique_ptr<std::uint8_t[]> keep(new (std::nothrow) std::uint8_t[rowBytes * 2]);
+    const bool split = h >= 8 && SplitInTwo(std::size_t(w) * std::size_t(h), path);
+    std::unique_ptr<std::uint8_t[]> keep(new (std::nothrow)
+                                             std::uint8_t[rowBytes * (split ? 6 : 2)]);
     if (!keep)
         return false;
-    std::uint8_t* above = keep.get();
-    std::uint8_t* current = keep.get() + rowBytes;
-    std::memcpy(above, image.Row(0), rowBytes);
-    std::memcpy(current, image.Row(1), rowBytes);
-    for (int y = 1; y < h - 1; ++y) {
-        rowStep(static_cast<const std::uint8_t*>(above), static_cast<const std::uint8_t*>(current),
-                static_cast<const std::uint8_t*>(image.Row(y + 1)), image.Row(y));
-        std::swap(above, current);
-        if (y + 1 < h - 1)
-            std::memcpy(current, image.Row(y + 1), rowBytes);
+    if (!split) {
+        detail::WalkInnerRows(image, 1, h - 2, image.Row(0), nullptr, keep.get(), rowStep);
+        return true;
     }
+    // The upper band ends at row middle - 1, which the lower band reads as
+    // its first row above; the upper band's last row below is row middle.
+    const int middle = h / 2;
+    std::uint8_t* meeting = keep.get() + rowBytes * 4;
+    std::memcpy(meeting, image.Row(middle - 1), rowBytes);
+    std::memcpy(meeting + rowBytes, image.Row(middle), rowBytes);
+    RunBoth(
+        [&] {
+            detail::WalkInnerRows(image, middle, h - 2, meeting, nullptr, keep.get() + rowBytes * 2,
+                                  rowStep);
+        },
+        [&] {
+            detail::WalkInnerRows(image, 1, middle - 1, image.Row(0), meeting + rowBytes,
+                                  keep.get(), rowStep);
+        });
     return true;
 }
 

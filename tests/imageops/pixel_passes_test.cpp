@@ -11,6 +11,7 @@
 #include "imageops/crop_image.h"
 #include "imageops/denoise_filter.h"
 #include "imageops/red_eye_fixer.h"
+#include "imageops/split_work.h"
 #include "pixel_test_util.h"
 
 namespace tivox {
@@ -384,6 +385,23 @@ TEST(CropImage, CopiesTheRectangleAndLeavesTheRestTransparent) {
     EXPECT_EQ(ClipToImage({1, 1, 2, 2}, {8, 6}), (Rect{1, 1, 2, 2}));
     EXPECT_EQ(ClipToImage({9, 1, 2, 2}, {8, 6}).width, 0);
     EXPECT_EQ(ClipToImage({1, 1, 0, 2}, {8, 6}).width, 0);
+}
+
+// Big pictures run each pass in two halves on two threads; the bytes must be
+// those of the one-thread plain walk, also on the rows where the halves meet.
+TEST(SplitPasses, BigPicturesGiveTheBytesOfOneWalk) {
+    const int w = 1031, h = int(kSplitPixels / w) + 3;
+    const Bitmap source = test::RandomPicture(w, h, 77, true);
+    const auto same = [&](auto pass) {
+        Bitmap fast = test::Copy(source), plain = test::Copy(source);
+        pass(fast, PixelPath::Best);
+        pass(plain, PixelPath::Scalar);
+        return test::SamePixels(fast, plain) && !test::SamePixels(fast, source);
+    };
+    EXPECT_TRUE(same([](Bitmap& b, PixelPath p) { CDenoiseFilter().FilterInPlace(b, p); }));
+    EXPECT_TRUE(same([](Bitmap& b, PixelPath p) { Sharpen(b, SharpenStrength(0.9f), p); }));
+    EXPECT_TRUE(
+        same([](Bitmap& b, PixelPath p) { ApplyColorMatrix(b, ContrastMatrix(1.7f), 1.3f, p); }));
 }
 
 } // namespace
