@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "batch/batch_command.h"
-#include "support/sample_card.h"
+#include "batch/sample_card.h"
 
 namespace tivox::batch {
 
 int RunMakeCard(const Args& arguments) {
     Args args = arguments;
-    int count = test::kDefaultCardPhotos;
+    int count = kDefaultCardPhotos;
     std::string countText;
     if (TakeOption(args, "--count", countText)) {
         if (!ParseInt(countText, count) || count < 1 || count > 9000)
@@ -22,10 +22,10 @@ int RunMakeCard(const Args& arguments) {
     if (args.size() != 1 || args[0].empty() || args[0][0] == '-')
         return UsageError("make-card");
 
-    std::vector<test::CardFile> written;
+    std::vector<CardFile> written;
     std::string error;
-    const bool ok = test::WriteSampleCard(args[0], count, written, error);
-    for (const test::CardFile& f : written)
+    const bool ok = WriteSampleCard(args[0], count, written, error);
+    for (const CardFile& f : written)
         std::printf("%-28s %s\n", f.path.c_str(), f.description.c_str());
     if (!ok) {
         std::fprintf(stderr, "tivox-batch make-card: %s\n", error.c_str());

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tivox::test {
+namespace tivox {
 
 struct CardFile {
     std::string path;        // relative to the card's root
@@ -25,4 +25,4 @@ inline constexpr int kDefaultCardPhotos = 12;
 bool WriteSampleCard(const std::string& root, int photos, std::vector<CardFile>& written,
                      std::string& error);
 
-} // namespace tivox::test
+} // namespace tivox

@@ -1,6 +1,6 @@
 // The generated camera card.
 
-#include "support/sample_card.h"
+#include "batch/sample_card.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -9,9 +9,20 @@
 
 #include "support/test_jpeg.h"
 
-namespace tivox::test {
+namespace tivox {
 
 namespace {
+
+// The photos are made by the same writer the tests use for theirs.
+using test::ByteOrder;
+using test::Bytes;
+using test::CameraExif;
+using test::CameraExifPayload;
+using test::MakeJpeg;
+using test::Pattern;
+using test::SmallJpeg;
+using test::TestJpegOptions;
+using test::WriteFile;
 
 constexpr const char* kFolder = "DCIM/100TIVOX";
 
@@ -127,4 +138,4 @@ bool WriteSampleCard(const std::string& root, int photos, std::vector<CardFile>&
            Write(root, dir + "MVI_0001.AVI", avi, "a movie, not a photo", written, error);
 }
 
-} // namespace tivox::test
+} // namespace tivox
