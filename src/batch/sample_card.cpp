@@ -20,6 +20,7 @@ using test::CameraExif;
 using test::CameraExifPayload;
 using test::MakeJpeg;
 using test::Pattern;
+using test::Picture;
 using test::SmallJpeg;
 using test::TestJpegOptions;
 using test::WriteFile;
@@ -46,9 +47,7 @@ struct PhotoPlan {
 PhotoPlan PlanPhoto(int index) {
     PhotoPlan plan;
     TestJpegOptions& o = plan.options;
-    o.width = 320;
-    o.height = 240;
-    o.pattern = index % 3 == 0 ? Pattern::Checker : Pattern::Gradient;
+    o = Picture(320, 240, index % 3 == 0 ? Pattern::Checker : Pattern::Gradient);
     o.seed = std::uint32_t(index);
 
     CameraExif exif;

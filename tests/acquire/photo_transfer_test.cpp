@@ -265,10 +265,7 @@ TEST(PhotoTransfer, BackupProblemsAndAnEmptyCardStillFinish) {
 // A card file that can't be read (a card going bad) and a disc that runs
 // full on the big photo: only that photo is missing, and no half copy stays.
 TEST(PhotoTransfer, AFailedCopyLosesNoOtherPhotoAndLeavesNoHalfFile) {
-    TestJpegOptions big;
-    big.width = 800;
-    big.height = 600;
-    big.pattern = Pattern::Noise;
+    TestJpegOptions big = Picture(800, 600, Pattern::Noise);
     CameraExif exif;
     exif.dateTimeOriginal = "2004:07:31 12:00:01";
     big.exif = CameraExifPayload(exif);

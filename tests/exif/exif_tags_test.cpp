@@ -32,10 +32,7 @@ TEST(ExifTags, TheDialogListsEveryTokenOnce) {
 
 // The texts of a photo of the given camera values and frame size.
 CExifTags TagsOf(const CameraExif& camera = {}, int width = 2048, int height = 1536) {
-    TestJpegOptions o;
-    o.width = width;
-    o.height = height;
-    o.pattern = Pattern::Solid;
+    TestJpegOptions o = Picture(width, height, Pattern::Solid);
     o.quality = 50;
     o.exif = CameraExifPayload(camera);
     CExifReader reader(nullptr);

@@ -25,10 +25,7 @@ Size PictureSize(const std::string& path) {
 
 void WritePhoto(const std::string& path, int width, int height) {
     fs::create_directories(fs::path(path).parent_path());
-    test::TestJpegOptions options;
-    options.width = width;
-    options.height = height;
-    ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(options))) << path;
+    ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(test::Picture(width, height)))) << path;
 }
 
 class BatchGallery : public testing::Test {

@@ -107,9 +107,7 @@ TEST_F(GalleryInBrowser, EveryPictureLoadsAndEveryLinkLeadsToAPage) {
     names.insert(names.end(), {"a b#1?.jpg", "R&D \"<x>\" 100%.jpg"});
     const std::string photos = dir.File("photos"), web = dir.File("web");
     std::filesystem::create_directories(photos);
-    test::TestJpegOptions options;
-    options.width = 320;
-    options.height = 240;
+    const test::TestJpegOptions options = test::Picture(320, 240);
     for (const auto& name : names)
         ASSERT_TRUE(test::WriteFile(photos + "/" + name, test::MakeJpeg(options)));
     const CommandRun made =

@@ -50,10 +50,7 @@ protected:
     }
     // Writes `count` solid photos (colour 0xRRGGBB) as photo_00.jpg ...
     void WritePhotos(int count, int width = 320, int height = 240, std::uint32_t color = 0x808080) {
-        TestJpegOptions options;
-        options.width = width;
-        options.height = height;
-        options.pattern = Pattern::Solid;
+        TestJpegOptions options = Picture(width, height, Pattern::Solid);
         options.solid = color;
         options.quality = 95;
         for (int i = 0; i < count; ++i)

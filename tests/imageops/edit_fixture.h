@@ -17,10 +17,7 @@ namespace tivox::test {
 // Writes a noisy JPEG of that size and gives its path.
 inline std::string WritePhoto(const TempDir& dir, const std::string& name, int w, int h,
                               std::uint32_t seed = 1) {
-    TestJpegOptions o;
-    o.width = w;
-    o.height = h;
-    o.pattern = Pattern::Noise;
+    TestJpegOptions o = Picture(w, h, Pattern::Noise);
     o.seed = seed;
     o.quality = 90;
     WriteFile(dir.File(name), MakeJpeg(o));

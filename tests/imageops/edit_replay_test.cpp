@@ -136,10 +136,7 @@ TEST_F(EditTest, SecondCropCutsThePreviewAgainButCommitTakesOnlyTheLast) {
 }
 
 TEST_F(EditTest, RedEyeClickMapsTheScreenToTheFullImage) {
-    test::TestJpegOptions o;
-    o.width = 1600;
-    o.height = 1200;
-    o.pattern = test::Pattern::Solid;
+    test::TestJpegOptions o = test::Picture(1600, 1200, test::Pattern::Solid);
     o.solid = 0xF00000;
     photo.SetPath(dir.File("red.jpg"));
     test::WriteFile(photo.path, test::MakeJpeg(o));

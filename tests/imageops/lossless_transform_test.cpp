@@ -19,10 +19,7 @@ TEST(LosslessTempPath, CutsAtTheLastPointOfTheName) {
 class LosslessTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        test::TestJpegOptions o;
-        o.width = 64;
-        o.height = 32;
-        o.pattern = test::Pattern::Noise;
+        test::TestJpegOptions o = test::Picture(64, 32, test::Pattern::Noise);
         o.exif = exif;
         ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
         photo.SetPath(path);

@@ -24,12 +24,8 @@ protected:
     void SetUp() override {
         std::filesystem::create_directory(in);
         std::filesystem::create_directory(out);
-        test::TestJpegOptions o;
-        o.width = 96;
-        o.height = 64;
-        ASSERT_TRUE(test::WriteFile(in + "/a.jpg", test::MakeJpeg(o)));
-        std::swap(o.width, o.height);
-        ASSERT_TRUE(test::WriteFile(in + "/b.JPG", test::MakeJpeg(o)));
+        ASSERT_TRUE(test::WriteFile(in + "/a.jpg", test::MakeJpeg(test::Picture(96, 64))));
+        ASSERT_TRUE(test::WriteFile(in + "/b.JPG", test::MakeJpeg(test::Picture(64, 96))));
     }
     Bitmap ReadPnm(const std::string& path) {
         Bitmap b;

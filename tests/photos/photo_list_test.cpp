@@ -43,10 +43,8 @@ class WorkerTest : public ::testing::Test {
 protected:
     void MakePhotos(int count) {
         for (int i = 0; i < count; ++i) {
-            test::TestJpegOptions o;
-            o.width = 64 + 8 * (i % 3);
-            o.height = 48;
-            ASSERT_TRUE(test::WriteFile(Name(i), test::MakeJpeg(o)));
+            ASSERT_TRUE(
+                test::WriteFile(Name(i), test::MakeJpeg(test::Picture(64 + 8 * (i % 3), 48))));
         }
     }
     std::string Name(int i) const {

@@ -16,9 +16,7 @@ namespace {
 class PhotoTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        test::TestJpegOptions o;
-        o.width = 160;
-        o.height = 120;
+        test::TestJpegOptions o = test::Picture(160, 120);
         o.exif = test::CameraExifPayload(test::CameraExif{});
         ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
         photo.SetPath(path);
@@ -39,9 +37,7 @@ TEST_F(PhotoTest, LoadScaledFitsIntoTheBoxAndNotesTheSourceSize) {
     EXPECT_EQ(img->Height(), 480);
 
     // Even from a single pixel.
-    test::TestJpegOptions o;
-    o.width = o.height = 1;
-    o.pattern = test::Pattern::Solid;
+    test::TestJpegOptions o = test::Picture(1, 1, test::Pattern::Solid);
     o.solid = 0xC08040;
     ASSERT_TRUE(test::WriteFile(path, test::MakeJpeg(o)));
     const Bitmap* thumb = photo.MakeThumbnail({120, 88});

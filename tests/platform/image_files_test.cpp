@@ -75,11 +75,7 @@ TEST(JpegCodec, GreyProgressiveAndCmykPicturesDecode) {
 }
 
 TEST(JpegCodec, BadInputFailsCleanlyOrGivesWhatIsThere) {
-    test::TestJpegOptions o;
-    o.width = 64;
-    o.height = 64;
-    o.pattern = test::Pattern::Noise;
-    const Bytes good = test::MakeJpeg(o);
+    const Bytes good = test::MakeJpeg(test::Picture(64, 64, test::Pattern::Noise));
     Bitmap out;
     std::string error;
     // Truncated in the scan: the decoder gives what it has.

@@ -94,11 +94,16 @@ Bytes EncodePixels(const TestJpegOptions& o) {
     return out;
 }
 
-Bytes SmallJpeg(int width, int height) {
+TestJpegOptions Picture(int width, int height, Pattern pattern) {
     TestJpegOptions o;
     o.width = width;
     o.height = height;
-    return EncodePixels(o);
+    o.pattern = pattern;
+    return o;
+}
+
+Bytes SmallJpeg(int width, int height) {
+    return EncodePixels(Picture(width, height));
 }
 
 Bytes MakeJpeg(const TestJpegOptions& o) {

@@ -62,6 +62,9 @@ struct TestJpegOptions {
     bool keepJfif = false;             // keep the encoder's APP0 even with EXIF
 };
 
+// The options of a picture of this size and pattern, the rest as above.
+TestJpegOptions Picture(int width, int height, Pattern pattern = Pattern::Gradient);
+
 // A complete JPEG: SOI, the EXIF section, comments and extra sections, then
 // the encoder's tables, frame header, scan and EOI. Empty on encoder failure.
 Bytes MakeJpeg(const TestJpegOptions& options);
