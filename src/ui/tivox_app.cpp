@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QLibraryInfo>
 
 #include "ui/fullscreen_editing.h"
@@ -44,7 +45,14 @@ int CTivoxApp::Run() {
     LoadLanguage(LanguageFolders());
     CTivoxDlg dialog;
     CFullScreenEditing fullScreen(dialog);
-    dialog.exec();
+    return RunDialog(dialog);
+}
+
+int CTivoxApp::RunDialog(QDialog& dialog) {
+    QEventLoop loop;
+    QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
+    dialog.show();
+    loop.exec();
     return 0;
 }
 

@@ -1,11 +1,12 @@
 #pragma once
-// The process: the language file, the main dialog run modally, and the end.
+// The process: the language file, the main dialog, and the end.
 
 #include <QString>
 #include <QStringList>
 #include <QTranslator>
 
 class QApplication;
+class QDialog;
 
 namespace tivox {
 
@@ -17,6 +18,10 @@ public:
     // Loads the language file, runs the main dialog until it ends. The result
     // is the process's exit code.
     int Run();
+    // Shows `dialog` and returns when it has ended. Not QDialog::exec: that
+    // makes the dialog application-modal, and the full-screen window, which
+    // runs beside it as a window of its own, would get no input at all.
+    static int RunDialog(QDialog& dialog);
 
     // The folders searched for "locGerman.qm", in order: beside the program,
     // then the translations folder of the installation.

@@ -1,11 +1,11 @@
 #pragma once
 // The full-screen window on a generated photo folder, opened as the main
 // dialog opens it over a screen area of 1024 x 768, with scripted message
-// boxes and input sent straight to the window.
+// boxes. Input passes through the window system, as a person's does, so that
+// focus and modality apply.
 
-#include <QContextMenuEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
+#include <QTest>
+#include <QWindow>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -72,33 +72,28 @@ protected:
         Settle();
     }
 
-    // Input, in window coordinates.
-    void Move(int x, int y, Qt::MouseButtons held = Qt::NoButton) {
-        Mouse(QEvent::MouseMove, x, y, Qt::NoButton, held);
-    }
-    void Press(int x, int y) {
-        Mouse(QEvent::MouseButtonPress, x, y, Qt::LeftButton, Qt::LeftButton);
-    }
-    void Release(int x, int y) { Mouse(QEvent::MouseButtonRelease, x, y, Qt::LeftButton, {}); }
+    // Input, in window coordinates. A press holds the button for the moves
+    // that follow, until its release.
+    QWindow* Handle() const { return m_window->windowHandle(); }
+    void Move(int x, int y) { QTest::mouseMove(Handle(), QPoint(x, y)); }
+    void Press(int x, int y) { QTest::mousePress(Handle(), Qt::LeftButton, {}, QPoint(x, y)); }
+    void Release(int x, int y) { QTest::mouseRelease(Handle(), Qt::LeftButton, {}, QPoint(x, y)); }
     // Clicks come after a move there, as with a real mouse.
     void Click(int x, int y) {
         Move(x, y);
         Press(x, y);
         Release(x, y);
     }
-    // As the platform delivers it: press, release, double click, release.
+    // The platform makes the second press a double click.
     void DoubleClick(int x, int y) {
-        Click(x, y);
-        Mouse(QEvent::MouseButtonDblClick, x, y, Qt::LeftButton, Qt::LeftButton);
-        Release(x, y);
+        Move(x, y);
+        QTest::mouseDClick(Handle(), Qt::LeftButton, {}, QPoint(x, y));
     }
-    void Key(int key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(m_window.get(), &event);
-    }
+    void Key(int key) { QTest::keyClick(Handle(), Qt::Key(key)); }
+    // A right click: the window asks for its context menu.
     void ContextMenu(int x, int y) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(x, y), QPoint(x, y));
-        QApplication::sendEvent(m_window.get(), &event);
+        Move(x, y);
+        QTest::mouseClick(Handle(), Qt::RightButton, {}, QPoint(x, y));
     }
     // The window as painted now.
     QImage Grab() {
@@ -115,12 +110,6 @@ protected:
     CountingBusy m_busy;
     CPhotoList m_list;
     std::unique_ptr<CFullScreenWnd> m_window = std::make_unique<CFullScreenWnd>();
-
-private:
-    void Mouse(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons held) {
-        QMouseEvent event(type, QPointF(x, y), QPointF(x, y), button, held, Qt::NoModifier);
-        QApplication::sendEvent(m_window.get(), &event);
-    }
 };
 
 } // namespace tivox::test

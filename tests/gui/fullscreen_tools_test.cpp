@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSlider>
+#include <QTabBar>
 #include <filesystem>
 
 #include "app/tool_state.h"
@@ -33,6 +34,24 @@ protected:
         ASSERT_NE(Dlg(), nullptr);
     }
     CImageOpsDlg* Dlg() const { return m_window->ImageOpsDlg(); }
+    // A click on a control of the Image Operations window as a person makes
+    // it: the window brought back by a right click if hidden, then the tab
+    // of the control chosen.
+    void Use(QWidget* control) {
+        // A right click in a crop tool first leaves the tool.
+        for (int i = 0; i < 3 && !Dlg()->isVisible(); ++i)
+            ContextMenu(900, 700);
+        QTabWidget* tabs = Dlg()->Tab();
+        for (int i = 0; i < tabs->count(); ++i) {
+            if (i != tabs->currentIndex() && tabs->widget(i)->isAncestorOf(control)) {
+                QTabBar* bar = tabs->tabBar();
+                QTest::mouseClick(Dlg()->windowHandle(), Qt::LeftButton, {},
+                                  bar->mapTo(Dlg(), bar->tabRect(i).center()));
+            }
+        }
+        ASSERT_TRUE(control->isVisible());
+        ClickOn(control);
+    }
     CPhotoPage* PhotoPage() const { return Dlg()->Tab()->m_photo; }
     CColorPage* ColorPage() const { return Dlg()->Tab()->m_color; }
     CPhoto* Photo(int index) const { return m_list.PhotoAt(index); }
@@ -40,8 +59,8 @@ protected:
     Rect CropRect() const { return m_window->Tools().CropRect(); }
     void Drag(int x0, int y0, int x1, int y1) {
         Press(x0, y0);
-        Move((x0 + x1) / 2, (y0 + y1) / 2, Qt::LeftButton);
-        Move(x1, y1, Qt::LeftButton);
+        Move((x0 + x1) / 2, (y0 + y1) / 2);
+        Move(x1, y1);
         Release(x1, y1);
     }
     Bytes FileBytes(int index) const {
@@ -54,7 +73,7 @@ protected:
 TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
     WritePhotos(1, 1024, 768, 0x404040);
     ShowSingle(0);
-    PhotoPage()->Button(1)->click();  // "9x13"
+    Use(PhotoPage()->Button(1));      // "9x13"
     EXPECT_FALSE(Dlg()->isVisible()); // out of the way of the mouse
     EXPECT_EQ(m_window->CurrentCursor(), ToolCursor::Crop);
     Drag(100, 100, 200, 300);
@@ -70,15 +89,16 @@ TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
     EXPECT_EQ(Mode(), ModeCrop9x13);
     Key(Qt::Key_Escape);
     EXPECT_EQ(Mode(), ModeSelect);
-    PhotoPage()->Button(5)->click(); // "20x30" shares the tool of "10x15"
+    Use(PhotoPage()->Button(5)); // "20x30" shares the tool of "10x15"
     EXPECT_EQ(Mode(), ModeCrop10x15);
     EXPECT_TRUE(m_prompt.shown.empty());
 
     // Free: dragged, the rectangle moves with the mouse; the release asks.
-    PhotoPage()->Button(6)->click();
+    Use(PhotoPage()->Button(6));
     Drag(100, 100, 300, 250);
     Move(150, 150);
-    Move(180, 160, Qt::LeftButton);
+    Press(150, 150);
+    Move(180, 160);
     EXPECT_EQ(CropRect(), (Rect{130, 110, 200, 150}));
     m_prompt.answers = {PromptAnswer::No, PromptAnswer::Yes};
     Release(180, 160);
@@ -86,7 +106,7 @@ TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
     EXPECT_EQ(m_prompt.shown[0].icon, PromptIcon::Question);
     EXPECT_EQ(Mode(), ModeSelect);
     EXPECT_FALSE(Photo(0)->edits.HasPending());
-    PhotoPage()->Button(6)->click();
+    Use(PhotoPage()->Button(6));
     Drag(100, 100, 300, 250);
     Click(150, 150);
     EXPECT_EQ(Mode(), ModeSelect);
@@ -101,7 +121,7 @@ TEST_F(FullScreenTools, CropDrawsVeilsAsksAndCrops) {
 TEST_F(FullScreenTools, RedEyeClicksRecordTheFullImagePoint) {
     WritePhotos(1, 2048, 1536, 0xC01010);
     ShowSingle(0);
-    PhotoPage()->Button(9)->click();
+    Use(PhotoPage()->Button(9));
     EXPECT_EQ(m_window->CurrentCursor(), ToolCursor::RedEye);
     Click(500, 400);
     // The correction itself is tested with the image operations.
@@ -127,14 +147,14 @@ TEST_F(FullScreenTools, TheBoxesAndTabsFollowTheWindow) {
     EXPECT_TRUE(dlg->Tab()->m_basic->Button(0)->isEnabled());
     // The process boxes exclude each other by the rules of ProcessScope.
     EXPECT_TRUE(dlg->ProcessCurrent()->isChecked());
-    dlg->ProcessColor(2)->click();
+    Use(dlg->ProcessColor(2));
     EXPECT_FALSE(dlg->ProcessCurrent()->isChecked());
-    dlg->ProcessAll()->click();
+    Use(dlg->ProcessAll());
     EXPECT_FALSE(dlg->ProcessColor(2)->isChecked());
     // Select Marker is a radio group that sets the window's marker; the
     // marker keys do not touch the boxes.
     EXPECT_TRUE(dlg->SelectBox(1)->isChecked());
-    dlg->SelectBox(3)->click();
+    Use(dlg->SelectBox(3));
     EXPECT_EQ(m_window->CurrentMarker(), 3);
     EXPECT_FALSE(dlg->SelectBox(1)->isChecked());
     Key(Qt::Key_G);
@@ -149,11 +169,11 @@ TEST_F(FullScreenTools, PhotoPageUnitsAndKeepAspectRatio) {
     WritePhotos(1, 1024, 768);
     ShowSingle(0);
     EXPECT_EQ(PhotoPage()->Button(0)->text(), "7x10");
-    PhotoPage()->Button(7)->click();
+    Use(PhotoPage()->Button(7));
     EXPECT_EQ(m_owner.settings.m_metricUnits, 0u);
     EXPECT_EQ(PhotoPage()->Button(0)->text(), "3x4");
     EXPECT_EQ(PhotoPage()->Button(4)->text(), "7x9.5");
-    PhotoPage()->Button(0)->click(); // the ratio stays that of the tool
+    Use(PhotoPage()->Button(0)); // the ratio stays that of the tool
     EXPECT_EQ(m_window->Tools().CropAspect(), 0.75f);
     Key(Qt::Key_Escape);
 
@@ -168,10 +188,10 @@ TEST_F(FullScreenTools, PhotoPageUnitsAndKeepAspectRatio) {
     type(height, "600");
     EXPECT_EQ(width->text(), "800");
     // Off: independent; a later click replaces the height, never the width.
-    PhotoPage()->KeepAspectBox()->click();
+    Use(PhotoPage()->KeepAspectBox());
     type(width, "100");
     EXPECT_EQ(height->text(), "600");
-    PhotoPage()->KeepAspectBox()->click();
+    Use(PhotoPage()->KeepAspectBox());
     EXPECT_EQ(width->text(), "100");
     EXPECT_EQ(height->text(), "75");
 }
@@ -182,7 +202,7 @@ TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     ShowSingle(0);
     QSlider* brightness = ColorPage()->Slider(0);
     brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    Dlg()->DiscardButton()->click();
+    Use(Dlg()->DiscardButton());
     EXPECT_FALSE(Photo(0)->edits.HasPending());
     EXPECT_EQ(brightness->value(), 0);
     EXPECT_EQ(FileBytes(0), before);
@@ -194,7 +214,7 @@ TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     // Arrow keys move the slider without an effect.
     ColorPage()->Slider(1)->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_FLOAT_EQ(Photo(0)->edits.contrast, 1.0f);
-    Dlg()->CommitButton()->click();
+    Use(Dlg()->CommitButton());
     EXPECT_FALSE(Photo(0)->edits.HasPending());
     EXPECT_EQ(brightness->value(), 0);
     EXPECT_EQ(ColorPage()->ValueText()->text(), "0.2"); // the text keeps its number
@@ -204,7 +224,7 @@ TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     // Pending edits at closing end unsaved and unasked.
     const Bytes committed = FileBytes(0);
     brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
-    PhotoPage()->Button(9)->click();
+    Use(PhotoPage()->Button(9));
     Click(100, 100);
     Key(Qt::Key_Escape); // leaves red eye
     Key(Qt::Key_Escape); // closes
@@ -220,15 +240,15 @@ TEST_F(FullScreenTools, BasicPageRotatesAndDeletesAtOnce) {
     Move(300, 100); // tile 1
     ContextMenu(300, 100);
     CBasicPage* basic = Dlg()->Tab()->m_basic;
-    basic->Button(1)->click(); // Right 90°
+    Use(basic->Button(1)); // Right 90°
     Settle();
     EXPECT_EQ(Photo(1)->thumbnail->Width(), 132); // 240 x 320 into 248 x 176
     EXPECT_EQ(Photo(1)->thumbnail->Height(), 176);
     m_prompt.answers = {PromptAnswer::No, PromptAnswer::Yes};
-    basic->Button(5)->click();
+    Use(basic->Button(5));
     EXPECT_EQ(m_prompt.Texts().back(), "Delete selected photos?");
     EXPECT_EQ(m_list.Count(), 3);
-    basic->Button(5)->click();
+    Use(basic->Button(5));
     EXPECT_EQ(m_list.Count(), 2);
     EXPECT_FALSE(std::filesystem::exists(PhotoPath(1)));
     EXPECT_TRUE(std::filesystem::exists(PhotoPath(0)));
@@ -240,7 +260,7 @@ TEST_F(FullScreenTools, WebTabWritesTheGalleryOfTheChosenPhotos) {
     CWebPage* web = Dlg()->Tab()->m_web;
     web->TitleField()->setText(QStringLiteral("Holiday"));
     web->NumberField(2)->setText(QStringLiteral("600")); // thumbnails at most 500
-    web->CreateButton()->click();
+    Use(web->CreateButton());
     // "Current" is asked first; then the refused number is told, and the
     // run goes on with what the read left.
     ASSERT_GE(m_prompt.Texts().size(), 2u);

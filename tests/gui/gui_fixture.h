@@ -4,7 +4,10 @@
 // settings file of its own, and modal windows answered from their event loop.
 
 #include <QApplication>
+#include <QTest>
 #include <QTimer>
+#include <QWidget>
+#include <QWindow>
 #include <functional>
 #include <memory>
 #include <string>
@@ -56,6 +59,14 @@ struct DialogRig {
     ScriptedPicker picker;
     std::unique_ptr<CTivoxDlg> dlg;
 };
+
+// A left click on a control through the window system, as a person clicks:
+// at its middle, delivered to the window that holds it.
+inline void ClickOn(QWidget* control) {
+    QWidget* top = control->window();
+    QTest::mouseClick(top->windowHandle(), Qt::LeftButton, {},
+                      control->mapTo(top, control->rect().center()));
+}
 
 // Runs `answer` on the modal window that `open` brings up, from inside its
 // event loop, then returns what open returned.
