@@ -1,5 +1,7 @@
 #include "ui/fullscreen_wnd.h"
 
+#include <algorithm>
+
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -28,7 +30,9 @@ namespace {
 
 constexpr QRgb kBlack = 0xFF000000;
 const QColor kVeil = QColor::fromRgba(0x78FFFFFF); // white at alpha 120
-const QColor kStatusColor = QColor::fromRgba(0xFF0000FF);
+// A light blue: pure blue on black is hard to read (contrast 2.4:1); this
+// one reaches 6.6:1.
+const QColor kStatusColor = QColor::fromRgba(0xFF5A8CFF);
 const QColor kRed = QColor::fromRgba(0xFFFF0000);
 const QColor kGreen = QColor::fromRgba(0xFF00FF00);
 const QColor kBlue = QColor::fromRgba(0xFF0000FF);
@@ -68,6 +72,14 @@ QRect TileArea(const Rect& r) {
 
 Point ToPoint(const QPoint& p) {
     return {p.x(), p.y()};
+}
+
+// The top left corner for a window of `frame` size at `wanted`, moved in
+// just enough to lie wholly inside `area` (its top left when it cannot fit).
+QPoint KeptInside(const QPoint& wanted, const QSize& frame, const QRect& area) {
+    const int x = std::max(area.left(), std::min(wanted.x(), area.right() + 1 - frame.width()));
+    const int y = std::max(area.top(), std::min(wanted.y(), area.bottom() + 1 - frame.height()));
+    return {x, y};
 }
 
 } // namespace
@@ -531,10 +543,16 @@ void CFullScreenWnd::closeEvent(QCloseEvent* event) {
 void CFullScreenWnd::ShowImageOpsDlg(const QPoint& globalPos) {
     if (!m_imageOpsDlg) {
         m_imageOpsDlg = std::make_unique<CImageOpsDlg>(this);
+        m_imageOpsDlg->adjustSize();
     }
-    m_imageOpsDlg->move(globalPos);
-    m_imageOpsDlg->show();
-    m_imageOpsDlg->raise();
+    // At the mouse, but wholly on the screen. The frame of the window
+    // manager is known once the window was shown; then it moves in once more.
+    const QRect area(mapToGlobal(QPoint(0, 0)), size());
+    CImageOpsDlg& dlg = *m_imageOpsDlg;
+    dlg.move(KeptInside(globalPos, dlg.frameGeometry().size(), area));
+    dlg.show();
+    dlg.raise();
+    dlg.move(KeptInside(globalPos, dlg.frameGeometry().size(), area));
     SyncToolPages();
 }
 

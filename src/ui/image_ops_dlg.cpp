@@ -3,7 +3,10 @@
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
 #include <QVBoxLayout>
 
 #include "controls/icon_button.h"
@@ -32,6 +35,37 @@ CIconButton* MakeBox(QWidget* parent, const QString& caption, const char* icon) 
     box->OffsetColor(CIconButton::kBackIn, 255);
     box->SetDrawFlatFocus(true);
     return box;
+}
+
+// Whether a control of this window keeps a key of the full-screen window for
+// itself. A click into the window leaves the focus on a tab, a button or a
+// box, and the person goes on paging and marking: the keys go on to the
+// photos. Only text fields keep what typing needs, and sliders their arrows.
+bool KeepsKey(const QObject* control, int key) {
+    const bool arrow =
+        key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+    if (qobject_cast<const QLineEdit*>(control)) {
+        return key != Qt::Key_PageUp && key != Qt::Key_PageDown;
+    }
+    return arrow && qobject_cast<const QSlider*>(control);
+}
+
+bool IsFullScreenKey(int key) {
+    switch (key) {
+    case Qt::Key_Space:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_R:
+    case Qt::Key_G:
+    case Qt::Key_B:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -72,12 +106,35 @@ CImageOpsDlg::CImageOpsDlg(CFullScreenWnd* window)
     m_processor.SetWindow(window);
     setWindowTitle(Tr("Image Operations"));
     BuildLayout();
+    installEventFilter(this);
+    for (QWidget* control : findChildren<QWidget*>()) {
+        control->installEventFilter(this);
+    }
     // "Select Marker:" starts at the window's marker of this moment.
     OnSelectMarker(window->CurrentMarker());
     WriteScope();
 }
 
 CImageOpsDlg::~CImageOpsDlg() = default;
+
+void CImageOpsDlg::OnOK() {
+    hide();
+    if (m_window->isVisible()) {
+        m_window->BringToTop();
+    }
+}
+
+bool CImageOpsDlg::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const bool plain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (plain && IsFullScreenKey(key->key()) && !KeepsKey(watched, key->key())) {
+            QCoreApplication::sendEvent(m_window, event);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
 
 void CImageOpsDlg::BuildLayout() {
     auto* layout = new QVBoxLayout(this);

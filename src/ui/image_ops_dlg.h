@@ -64,8 +64,10 @@ public:
     void ResetProcessor();
     // The Color tab back to neutral, sending nothing.
     void ResetColorControls();
-    // Hides the window (the tools of the Photo tab, Esc in a page).
-    void OnOK() { hide(); }
+    // Hides the window (the tools of the Photo tab, Esc, the close box) and
+    // gives the keyboard back to the full-screen window.
+    void OnOK();
+    void reject() override { OnOK(); }
 
     CFullScreenWnd* Window() const { return m_window; }
     CImageProcessor& Processor() { return m_processor; }
@@ -78,6 +80,10 @@ public:
     CIconButton* ProcessColor(int marker) const { return m_process[std::size_t(marker - 1)]; }
     CIconButton* DiscardButton() const { return m_discard; }
     CIconButton* CommitButton() const { return m_commit; }
+
+protected:
+    // Sends the keys of the full-screen window there (see KeepsKey).
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void BuildLayout();

@@ -3,6 +3,8 @@
 
 #include <QPaintEvent>
 #include <QRegion>
+#include <algorithm>
+#include <cmath>
 
 #include "gui/fullscreen_fixture.h"
 #include "photos/photo.h"
@@ -16,6 +18,16 @@ constexpr QRgb kBlack = 0xFF000000u, kRed = 0xFFFF0000u;
 // Origin of the thumbnail area of a tile with the 4 x 4 layout and status bar.
 QPoint ThumbOrigin(int column, int row) {
     return QPoint(256 * column + 4, 184 * row + 1 + 4);
+}
+
+// Relative luminance, 0 for black and 1 for white, as contrast is judged.
+double Luminance(QRgb pixel) {
+    auto linear = [](int channel) {
+        const double c = channel / 255.0;
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) +
+           0.0722 * linear(qBlue(pixel));
 }
 
 int Gray(QRgb pixel) {
@@ -144,6 +156,12 @@ TEST_F(FullScreenWindow, PaintsVeilFramesPlaceholderAndStatusText) {
     EXPECT_EQ(frame.pixel(ThumbOrigin(3, 0) + QPoint(60, 88)), kBlack);
 
     EXPECT_EQ(m_window->StatusText().toStdString(), PhotoPath(0));
+    // The path is readable on black: contrast at least 4.5:1.
+    double text = 0;
+    for (int y = 738; y < 768; ++y)
+        for (int x = 0; x < 400; ++x)
+            text = std::max(text, Luminance(frame.pixel(x, y)));
+    EXPECT_GE((text + 0.05) / 0.05, 4.5);
     Move(100, 750); // a pointer on the status bar hovers nothing
     EXPECT_NEAR(Gray(Grab().pixel(ThumbOrigin(0, 0) + middle)), 128, 6);
     EXPECT_TRUE(m_window->StatusText().isEmpty());
