@@ -1,7 +1,5 @@
 #include "ui/fullscreen_wnd.h"
 
-#include <algorithm>
-
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -72,14 +70,6 @@ QRect TileArea(const Rect& r) {
 
 Point ToPoint(const QPoint& p) {
     return {p.x(), p.y()};
-}
-
-// The top left corner for a window of `frame` size at `wanted`, moved in
-// just enough to lie wholly inside `area` (its top left when it cannot fit).
-QPoint KeptInside(const QPoint& wanted, const QSize& frame, const QRect& area) {
-    const int x = std::max(area.left(), std::min(wanted.x(), area.right() + 1 - frame.width()));
-    const int y = std::max(area.top(), std::min(wanted.y(), area.bottom() + 1 - frame.height()));
-    return {x, y};
 }
 
 } // namespace
@@ -543,16 +533,8 @@ void CFullScreenWnd::closeEvent(QCloseEvent* event) {
 void CFullScreenWnd::ShowImageOpsDlg(const QPoint& globalPos) {
     if (!m_imageOpsDlg) {
         m_imageOpsDlg = std::make_unique<CImageOpsDlg>(this);
-        m_imageOpsDlg->adjustSize();
     }
-    // At the mouse, but wholly on the screen. The frame of the window
-    // manager is known once the window was shown; then it moves in once more.
-    const QRect area(mapToGlobal(QPoint(0, 0)), size());
-    CImageOpsDlg& dlg = *m_imageOpsDlg;
-    dlg.move(KeptInside(globalPos, dlg.frameGeometry().size(), area));
-    dlg.show();
-    dlg.raise();
-    dlg.move(KeptInside(globalPos, dlg.frameGeometry().size(), area));
+    m_imageOpsDlg->ShowAt(globalPos, QRect(mapToGlobal(QPoint(0, 0)), size()));
     SyncToolPages();
 }
 

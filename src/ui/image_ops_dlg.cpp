@@ -1,6 +1,7 @@
 #include "ui/image_ops_dlg.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -68,6 +69,14 @@ bool IsFullScreenKey(int key) {
     }
 }
 
+// The top left corner for a window of `frame` size at `wanted`, moved in
+// just enough to lie wholly inside `area` (its top left when it cannot fit).
+QPoint KeptInside(const QPoint& wanted, const QSize& frame, const QRect& area) {
+    const int x = std::max(area.left(), std::min(wanted.x(), area.right() + 1 - frame.width()));
+    const int y = std::max(area.top(), std::min(wanted.y(), area.bottom() + 1 - frame.height()));
+    return {x, y};
+}
+
 } // namespace
 
 void CImageOpsTab::CreatePages(CBasicPage* basic, CColorPage* color, CPhotoPage* photo,
@@ -116,6 +125,24 @@ CImageOpsDlg::CImageOpsDlg(CFullScreenWnd* window)
 }
 
 CImageOpsDlg::~CImageOpsDlg() = default;
+
+void CImageOpsDlg::ShowAt(const QPoint& globalPos, const QRect& screen) {
+    m_screen = screen;
+    adjustSize();
+    move(KeptInside(globalPos, frameGeometry().size(), m_screen));
+    show();
+    raise();
+}
+
+void CImageOpsDlg::moveEvent(QMoveEvent* event) {
+    QDialog::moveEvent(event);
+    // The window manager's frame becomes known only after the first showing,
+    // and the window may have grown: move in again until the frame fits.
+    const QRect frame = frameGeometry();
+    if (!m_screen.isEmpty() && !m_screen.contains(frame)) {
+        move(KeptInside(frame.topLeft(), frame.size(), m_screen));
+    }
+}
 
 void CImageOpsDlg::OnOK() {
     hide();

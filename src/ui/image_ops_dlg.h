@@ -8,6 +8,7 @@
 // GUI thread only.
 
 #include <QDialog>
+#include <QRect>
 #include <QTabWidget>
 #include <array>
 #include <cstdint>
@@ -64,6 +65,9 @@ public:
     void ResetProcessor();
     // The Color tab back to neutral, sending nothing.
     void ResetColorControls();
+    // Shows the window with its top left corner at `globalPos`, moved in as
+    // far as needed to lie wholly on `screen`.
+    void ShowAt(const QPoint& globalPos, const QRect& screen);
     // Hides the window (the tools of the Photo tab, Esc, the close box) and
     // gives the keyboard back to the full-screen window.
     void OnOK();
@@ -84,6 +88,7 @@ public:
 protected:
     // Sends the keys of the full-screen window there (see KeepsKey).
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
 
 private:
     void BuildLayout();
@@ -96,6 +101,7 @@ private:
     void OnSelectMarker(int marker);
 
     CFullScreenWnd* m_window;
+    QRect m_screen; // where the window must stay, from the last ShowAt
     CImageProcessor m_processor;
     CImageOpsTab* m_tab = nullptr;
     ProcessScope m_scope;
