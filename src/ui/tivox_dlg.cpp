@@ -11,14 +11,17 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "controls/color_static.h"
 #include "controls/hyper_link_static.h"
 #include "controls/icon_button.h"
+#include "controls/path_label.h"
 #include "exif/exif_tags.h"
 #include "ui/about_dlg.h"
 #include "ui/drives_dlg.h"
@@ -54,7 +57,7 @@ public:
     void SetItemText(DlgItem item, const std::string& text) override {
         switch (item) {
         case DlgItem::CameraDrive:
-            m_dlg.m_driveLabel->setText(Q(text));
+            m_dlg.ShowCameraDrive(Q(text));
             break;
         case DlgItem::ExifTag:
             m_dlg.m_exifTag->setEditText(Q(text));
@@ -188,7 +191,7 @@ void CTivoxDlg::BuildLayout() {
 
     // The camera drive.
     grid->addWidget(label("Digital Camera Drive:"), row, 0);
-    m_driveLabel = new QLabel(this);
+    m_driveLabel = new CPathLabel(this);
     m_driveLabel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     m_driveLabel->setMinimumWidth(160);
     grid->addWidget(m_driveLabel, row, 1);
@@ -338,6 +341,26 @@ void CTivoxDlg::OnInitDialog() {
     m_lines[0]->SetBackColor(CIconButton::FromColorRef(0x0000FF));
     m_lines[1]->SetBackColor(CIconButton::FromColorRef(0x00FF00));
     m_lines[2]->SetBackColor(CIconButton::FromColorRef(0xFF0000));
+}
+
+void CTivoxDlg::ShowCameraDrive(const QString& drive) {
+    // Every write of the controls comes here: a window the user narrowed
+    // grows again only for another path.
+    if (drive == m_driveLabel->text())
+        return;
+    m_driveLabel->SetPath(drive);
+    // A window that opens later is laid out for the path. An open one grows
+    // for a longer path as far as the screen allows; beyond that the label
+    // elides the path's middle.
+    const int missing = m_driveLabel->sizeHint().width() - m_driveLabel->width();
+    if (!isVisible() || missing <= 0)
+        return;
+    int wanted = width() + missing;
+    if (const QScreen* shown = screen())
+        wanted = std::min(wanted,
+                          shown->availableGeometry().width() - (frameGeometry().width() - width()));
+    if (wanted > width())
+        resize(wanted, height());
 }
 
 void CTivoxDlg::OnHScroll(int position) {

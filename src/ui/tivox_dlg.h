@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/main_dialog_commands.h"
+#include "controls/path_label.h"
 #include "ui/drives_dlg.h"
 #include "ui/qt_seams.h"
 
@@ -74,7 +75,7 @@ public:
     CIconButton* Button(const char* name) const;
     CColorStatic* Line(int index) const { return m_lines[index]; }
     CHyperLinkStatic* Link() const { return m_link; }
-    QLabel* DriveLabel() const { return m_driveLabel; }
+    CPathLabel* DriveLabel() const { return m_driveLabel; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -92,6 +93,8 @@ private:
     // Runs a long command: input is refused and the window keeps painting.
     template <typename Command> void RunBusy(Command command);
     CIconButton* MakeButton(const QString& caption, const char* name);
+    // Shows the camera drive's path, widening the window for it if it can.
+    void ShowCameraDrive(const QString& drive);
 
     std::unique_ptr<Controls> m_controls;
     std::unique_ptr<PromptRelay> m_promptRelay;
@@ -106,7 +109,7 @@ private:
     bool m_busy = false;
     bool m_stored = false;
 
-    QLabel* m_driveLabel = nullptr;
+    CPathLabel* m_driveLabel = nullptr;
     QLineEdit* m_baseFolder = nullptr;
     QLineEdit* m_photoFolder = nullptr;
     QLineEdit* m_galleryFolder = nullptr;

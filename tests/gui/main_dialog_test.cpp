@@ -223,6 +223,26 @@ TEST(MainDialog, SettingsSurviveARestartUnchecked) {
     EXPECT_TRUE(odd.prompt.shown.empty());
 }
 
+TEST(MainDialog, ALongDrivePathWidensTheWindowThenGivesWayInTheMiddle) {
+    DialogRig rig;
+    rig.dlg->show();
+    const std::string drive = "/media/someone/EOS_DIGITAL_CARD_FROM_THE_TRIP_2004";
+    rig.dlg->Commands().Fields().m_cameraDrive = drive;
+    rig.dlg->Commands().UpdateData(false);
+    QApplication::processEvents();
+    CPathLabel* label = rig.dlg->DriveLabel();
+    EXPECT_EQ(label->ShownText().toStdString(), drive); // the window grew for it
+    // Too narrow for it: both ends stay, the tip and the value keep it whole.
+    rig.dlg->resize(rig.dlg->minimumSizeHint().width(), rig.dlg->height());
+    QApplication::processEvents();
+    const QString shown = label->ShownText();
+    EXPECT_TRUE(shown.startsWith("/media/") && shown.endsWith("2004") && shown.contains(u'…'))
+        << shown.toStdString();
+    EXPECT_EQ(label->toolTip().toStdString(), drive);
+    ASSERT_TRUE(rig.dlg->Commands().UpdateData(true));
+    EXPECT_EQ(rig.dlg->Fields().m_cameraDrive, drive);
+}
+
 TEST(MainDialog, AboutBoxShowsNameVersionAndPurpose) {
     CAboutDlg about;
     EXPECT_EQ(about.windowTitle(), "About Tivox");
