@@ -56,6 +56,11 @@ QImage Silhouette(const QImage& source, const QColor& color) {
     return copy;
 }
 
+QColor Mix(const QColor& a, const QColor& b, int percentOfB) {
+    const auto mix = [percentOfB](int x, int y) { return x + (y - x) * percentOfB / 100; };
+    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
+}
+
 } // namespace
 
 CIconButton::CIconButton(const QString& caption, QWidget* parent) : QPushButton(caption, parent) {
@@ -200,6 +205,8 @@ QSize CIconButton::sizeHint() const {
     int width = textSize.isEmpty() ? 0 : textSize.width() + 16;
     if (!picture.isEmpty())
         width += picture.width() + (textSize.isEmpty() ? 8 : m_imageOrigin.x() + 4);
+    if (m_isCheckBox)
+        width += CheckMarkSize() + m_imageOrigin.x() + 2;
     const int height = std::max(picture.isEmpty() ? 0 : picture.height() + 8,
                                 textSize.isEmpty() ? 0 : textSize.height() + 12);
     return {std::max(width, 24), std::max(height, 24)};
@@ -248,6 +255,8 @@ void CIconButton::paintEvent(QPaintEvent*) {
     QRect area = rect();
     OnDrawBackground(painter, area);
     OnDrawBorder(painter, area);
+    if (m_isCheckBox)
+        area.setLeft(DrawCheckMark(painter, area));
     QRect captionArea = area;
     if (HasPicture()) {
         if (m_isBitmap)
@@ -272,7 +281,9 @@ void CIconButton::OnDrawBackground(QPainter& painter, QRect& area) {
         area.adjust(1, 1, -1, -1);
     }
     QColor fill = m_colors[kBackOut];
-    if (m_mouseOver || m_pressed)
+    if (m_isCheckBox && isChecked())
+        fill = Mix(m_colors[kBackOut], palette().color(QPalette::Highlight), 30);
+    else if (m_mouseOver || m_pressed)
         fill = m_colors[kBackIn];
     else if (hasFocus())
         fill = m_colors[kBackFocus];
@@ -301,6 +312,10 @@ void CIconButton::OnDrawBorder(QPainter& painter, const QRect& area) {
             painter.setPen(shadow);
             painter.drawRect(area.adjusted(0, 0, -1, -1));
         }
+        if (m_isCheckBox && isChecked()) {
+            painter.setPen(pal.color(QPalette::Highlight));
+            painter.drawRect(area.adjusted(1, 1, -2, -2));
+        }
         return;
     }
     if (m_flat && !m_mouseOver)
@@ -318,6 +333,34 @@ void CIconButton::OnDrawBorder(QPainter& painter, const QRect& area) {
     painter.setPen(shadow);
     painter.drawLine(l + 1, b - 1, r - 1, b - 1);
     painter.drawLine(r - 1, t + 1, r - 1, b - 1);
+}
+
+int CIconButton::CheckMarkSize() const {
+    return std::max(13, fontMetrics().height() - 2);
+}
+
+int CIconButton::DrawCheckMark(QPainter& painter, const QRect& area) {
+    const int size = CheckMarkSize();
+    const QRect box(area.left() + m_imageOrigin.x() + 1, area.top() + (area.height() - size) / 2,
+                    size, size);
+    const QPalette& pal = palette();
+    const bool checked = isChecked();
+    const QColor ink = isEnabled() ? pal.color(QPalette::Highlight) : pal.color(QPalette::Mid);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(checked ? ink : pal.color(QPalette::Dark), 1));
+    painter.setBrush(checked ? ink : pal.color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    if (checked) {
+        const QPointF tick[3] = {{box.left() + size * 0.22, box.top() + size * 0.52},
+                                 {box.left() + size * 0.42, box.top() + size * 0.72},
+                                 {box.left() + size * 0.78, box.top() + size * 0.30}};
+        painter.setPen(QPen(pal.color(QPalette::HighlightedText), std::max(2.0, size / 7.0),
+                            Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(tick, 3);
+    }
+    painter.restore();
+    return box.right() + 1;
 }
 
 QRect CIconButton::PicturePlace(const QImage& picture, const QRect& area,

@@ -76,6 +76,9 @@ protected:
     // The drawing steps, in the order they run.
     virtual void OnDrawBackground(QPainter& painter, QRect& area);
     virtual void OnDrawBorder(QPainter& painter, const QRect& area);
+    // The box of a check box, ticked when checked, at the left of `area`.
+    // Returns where the picture and the caption may begin.
+    virtual int DrawCheckMark(QPainter& painter, const QRect& area);
     virtual void DrawIcon(QPainter& painter, const QRect& area, QRect& captionArea);
     virtual void DrawBitmap(QPainter& painter, const QRect& area, QRect& captionArea);
     virtual void DrawCaption(QPainter& painter, const QRect& captionArea);
@@ -85,6 +88,7 @@ private:
     // Places the current picture and leaves the rest of the area to the caption.
     QRect PicturePlace(const QImage& picture, const QRect& area, QRect& captionArea) const;
     void MakeSecond(int second);
+    int CheckMarkSize() const;
 
     bool m_flat = true;
     bool m_mouseOver = false;

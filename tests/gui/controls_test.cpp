@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEnterEvent>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "controls/color_static.h"
@@ -79,6 +80,37 @@ TEST(IconButton, PicturesAtRestUnderTheMouseAndChecked) {
     EXPECT_NE(box.CurrentPicture(), unchecked);
     box.click();
     EXPECT_EQ(box.CurrentPicture(), unchecked);
+}
+
+// The share of pixels that two pictures of one size show in clearly other colours.
+double ClearlyDifferent(const QImage& a, const QImage& b) {
+    int differing = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            differing += std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
+                                   std::abs(qBlue(p) - qBlue(q))}) > 40;
+        }
+    return double(differing) / (a.width() * a.height());
+}
+
+TEST(IconButton, ACheckedBoxStandsApartFromAnUncheckedOneAtRestAndUnderTheMouse) {
+    // Caption only, as "Show Statusbar", with the dialogs' light hover colour.
+    CIconButton box(QStringLiteral("Show Statusbar"));
+    box.SetCheckBox(true);
+    box.OffsetColor(CIconButton::kBackIn, 255);
+    box.resize(box.sizeHint());
+    box.show();
+    const QImage off = box.grab().toImage();
+    Enter(&box);
+    const QImage offUnderMouse = box.grab().toImage();
+    box.click();
+    const QImage onUnderMouse = box.grab().toImage();
+    Leave(&box);
+    const QImage on = box.grab().toImage();
+    for (const QImage* unchecked : {&off, &offUnderMouse})
+        for (const QImage* checked : {&on, &onUnderMouse})
+            EXPECT_GT(ClearlyDifferent(*unchecked, *checked), 0.3);
 }
 
 TEST(ColorStatic, ShowsANewColourAtOnce) {
