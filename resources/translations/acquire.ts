@@ -60,6 +60,42 @@ Proceed anyway?</source>
 Trotzdem fortfahren?</translation>
     </message>
     <message>
+        <source>The selected photo folder contains %s file and %s folder.
+If you continue, all of them will be deleted
+prior to getting new photos from the camera.
+
+Continue?</source>
+        <translation>Der gewählte Fotoordner enthält %s Datei und %s Ordner.
+Wenn Sie fortfahren, werden sie alle gelöscht,
+bevor die neuen Fotos von der Kamera geholt werden.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>The selected photo folder contains %s file and %s folders.
+If you continue, all of them will be deleted
+prior to getting new photos from the camera.
+
+Continue?</source>
+        <translation>Der gewählte Fotoordner enthält %s Datei und %s Ordner.
+Wenn Sie fortfahren, werden sie alle gelöscht,
+bevor die neuen Fotos von der Kamera geholt werden.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>The selected photo folder contains %s files and %s folder.
+If you continue, all of them will be deleted
+prior to getting new photos from the camera.
+
+Continue?</source>
+        <translation>Der gewählte Fotoordner enthält %s Dateien und %s Ordner.
+Wenn Sie fortfahren, werden sie alle gelöscht,
+bevor die neuen Fotos von der Kamera geholt werden.
+
+Fortfahren?</translation>
+    </message>
+    <message>
         <source>The selected photo folder contains %s files and %s folders.
 If you continue, all of them will be deleted
 prior to getting new photos from the camera.
@@ -109,6 +145,36 @@ and replaces them with the originals from the backup folder.
 
 Continue?</source>
         <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die Dateien im aktuellen Fotoordner gelöscht
+und durch die Originale aus dem Sicherungsordner ersetzt.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Restoring from the backup folder deletes the %s file and %s folder in the current photo folder
+and replaces them with the originals from the backup folder.
+
+Continue?</source>
+        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Datei und %s Ordner im aktuellen Fotoordner gelöscht
+und durch die Originale aus dem Sicherungsordner ersetzt.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Restoring from the backup folder deletes the %s file and %s folders in the current photo folder
+and replaces them with the originals from the backup folder.
+
+Continue?</source>
+        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Datei und %s Ordner im aktuellen Fotoordner gelöscht
+und durch die Originale aus dem Sicherungsordner ersetzt.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Restoring from the backup folder deletes the %s files and %s folder in the current photo folder
+and replaces them with the originals from the backup folder.
+
+Continue?</source>
+        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Dateien und %s Ordner im aktuellen Fotoordner gelöscht
 und durch die Originale aus dem Sicherungsordner ersetzt.
 
 Fortfahren?</translation>

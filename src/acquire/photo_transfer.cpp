@@ -50,6 +50,14 @@ bool PathsOverlap(const std::string& a, const std::string& b) {
     return inside(x, y) || inside(y, x);
 }
 
+// One text per singular and plural of the two counts, in the order 1 file
+// and 1 folder, 1 file and n folders, n files and 1 folder, n and n: each
+// language words every case its own way.
+UiText CountedText(const char* const (&texts)[4], const FolderContents& contents) {
+    const int index = (contents.files == 1 ? 0 : 2) + (contents.folders == 1 ? 0 : 1);
+    return {texts[index], {std::to_string(contents.files), std::to_string(contents.folders)}};
+}
+
 struct FileCloser {
     void operator()(std::FILE* f) const { std::fclose(f); }
 };
@@ -144,12 +152,21 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
     // Whatever the photo folder holds will go: say how much before it does.
     const FolderContents contents = ContentsToGo(photos);
     if (!contents.Empty()) {
-        const UiText question{
-            TIVOX_TR("The selected photo folder contains %s files and %s folders.\nIf you "
+        const char* const texts[4] = {
+            TIVOX_TR("The selected photo folder contains %s file and %s folder.\nIf you "
                      "continue, all of them will be deleted\nprior to getting new photos from "
                      "the camera.\n\nContinue?"),
-            {std::to_string(contents.files), std::to_string(contents.folders)}};
-        if (Ask(question, PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::Yes) !=
+            TIVOX_TR("The selected photo folder contains %s file and %s folders.\nIf you "
+                     "continue, all of them will be deleted\nprior to getting new photos from "
+                     "the camera.\n\nContinue?"),
+            TIVOX_TR("The selected photo folder contains %s files and %s folder.\nIf you "
+                     "continue, all of them will be deleted\nprior to getting new photos from "
+                     "the camera.\n\nContinue?"),
+            TIVOX_TR("The selected photo folder contains %s files and %s folders.\nIf you "
+                     "continue, all of them will be deleted\nprior to getting new photos from "
+                     "the camera.\n\nContinue?")};
+        const UiText question = CountedText(texts, contents);
+        if (Ask(question, PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::No) !=
             PromptAnswer::Yes)
             return TransferOutcome::Aborted;
     }
@@ -192,12 +209,22 @@ TransferOutcome CPhotoTransfer::OnRestore() {
                              "photo folder\nand replaces them with the originals from the backup "
                              "folder.\n\nContinue?"),
                     {}};
+    const char* const counted[4] = {
+        TIVOX_TR("Restoring from the backup folder deletes the %s file and %s folder in the "
+                 "current photo folder\nand replaces them with the originals from the backup "
+                 "folder.\n\nContinue?"),
+        TIVOX_TR("Restoring from the backup folder deletes the %s file and %s folders in the "
+                 "current photo folder\nand replaces them with the originals from the backup "
+                 "folder.\n\nContinue?"),
+        TIVOX_TR("Restoring from the backup folder deletes the %s files and %s folder in the "
+                 "current photo folder\nand replaces them with the originals from the backup "
+                 "folder.\n\nContinue?"),
+        TIVOX_TR("Restoring from the backup folder deletes the %s files and %s folders in the "
+                 "current photo folder\nand replaces them with the originals from the backup "
+                 "folder.\n\nContinue?")};
     if (!contents.Empty())
-        question = UiText{TIVOX_TR("Restoring from the backup folder deletes the %s files and %s "
-                                   "folders in the current photo folder\nand replaces them with "
-                                   "the originals from the backup folder.\n\nContinue?"),
-                          {std::to_string(contents.files), std::to_string(contents.folders)}};
-    if (Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::Yes) !=
+        question = CountedText(counted, contents);
+    if (Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::No) !=
         PromptAnswer::Yes)
         return TransferOutcome::Aborted;
 

@@ -28,7 +28,7 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
     GalleryReport report;
     if (m_processCurrent &&
         m_prompt.Ask({TIVOX_TR("Create an HTML gallery from the current photo only?"), {}},
-                     PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::Yes,
+                     PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::No,
                      {TIVOX_TR("Confirm"), {}}) != PromptAnswer::Yes) {
         report.outcome = GalleryOutcome::Declined;
         return report;

@@ -191,14 +191,14 @@ TEST(PhotoTransfer, StopsWithAMessageBeforeAnythingChanges) {
     }
 }
 
-TEST(PhotoTransfer, QuestionsWarnAndNoChangesNothing) {
+TEST(PhotoTransfer, QuestionsWarnDefaultToNoAndNoChangesNothing) {
     struct Case {
         bool removable;
         std::string question; // its start
     };
     const Case cases[] = {
         {false, "The current digital camera drive has not been detected as a removable drive."},
-        {true, "The selected photo folder contains 2 files and 1 folders.\nIf you continue, all "
+        {true, "The selected photo folder contains 1 file and 1 folder.\nIf you continue, all "
                "of them will be deleted\nprior to getting new photos from the "
                "camera.\n\nContinue?"},
     };
@@ -208,7 +208,6 @@ TEST(PhotoTransfer, QuestionsWarnAndNoChangesNothing) {
             TransferRig rig(c.removable);
             rig.CardPhoto("IMG_0001.JPG", PhotoShotAt(kNoon));
             if (c.removable) {
-                PutFile(rig.Photos() + "/notes.txt", "old");
                 PutFile(rig.Photos() + "/sub/old.jpg", "old");
                 PutFile(rig.Backup() + "/stale.jpg", "old");
             }
@@ -218,9 +217,7 @@ TEST(PhotoTransfer, QuestionsWarnAndNoChangesNothing) {
             ASSERT_FALSE(rig.prompt.shown.empty());
             EXPECT_EQ(rig.prompt.shown[0].text.rfind(c.question, 0), 0u);
             EXPECT_EQ(rig.prompt.shown[0].icon, PromptIcon::Warning);
-            if (!c.removable) {
-                EXPECT_EQ(rig.prompt.shown[0].defaultAnswer, PromptAnswer::No);
-            }
+            EXPECT_EQ(rig.prompt.shown[0].defaultAnswer, PromptAnswer::No);
             if (answer == PromptAnswer::No) {
                 EXPECT_EQ(outcome, TransferOutcome::Aborted);
                 EXPECT_EQ(rig.prompt.shown.size(), 1u);
@@ -319,11 +316,12 @@ TEST_F(RestoreTest, BringsTheBackupBackUnderTheCurrentRule) {
     EXPECT_EQ(rig.transfer.OnRestore(), TransferOutcome::Finished);
     EXPECT_FALSE(controlsRead);
     EXPECT_EQ(rig.prompt.Texts(),
-              (Names{"Restoring from the backup folder deletes the 3 files and 1 folders in the "
+              (Names{"Restoring from the backup folder deletes the 3 files and 1 folder in the "
                      "current photo folder\nand replaces them with the originals from the backup "
                      "folder.\n\nContinue?",
                      "Finished restoring the photo folder from its backup."}));
     EXPECT_EQ(rig.prompt.shown[0].icon, PromptIcon::Question);
+    EXPECT_EQ(rig.prompt.shown[0].defaultAnswer, PromptAnswer::No);
     EXPECT_EQ(TreeNames(rig.Photos()), (Names{"080000.jpg", "120000.jpg", "IMG_0002.JPG"}));
     EXPECT_EQ(TreeChecksums(rig.Backup()), backupBefore);
     EXPECT_EQ(rig.progress.upper, 3);
