@@ -211,4 +211,15 @@ entfernen</translation>
         <translation>Galerie erstellen</translation>
     </message>
 </context>
+<context>
+    <name>QtStepProgress</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
 </TS>

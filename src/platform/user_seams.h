@@ -46,6 +46,41 @@ public:
     virtual void EndBusy() = 0;
 };
 
+// Counts work over many photos, one step at a time, and lets the user stop
+// it. A caller that gets false from Step stops before its next step; what is
+// done stays done.
+class IStepProgress {
+public:
+    virtual ~IStepProgress() = default;
+    // A run of `total` steps begins; `title` says what is being done.
+    virtual void Begin(int total, const UiText& title) = 0;
+    // `done` of the steps are finished. False once the user has cancelled.
+    virtual bool Step(int done) = 0;
+    virtual void End() = 0;
+};
+
+// One run of a step progress for a scope, also on early returns.
+class StepScope {
+public:
+    StepScope(IStepProgress& progress, int total, const UiText& title) : m_progress(&progress) {
+        m_progress->Begin(total, title);
+    }
+    ~StepScope() { End(); }
+    StepScope(const StepScope&) = delete;
+    StepScope& operator=(const StepScope&) = delete;
+    bool Step(int done) { return m_progress == nullptr || m_progress->Step(done); }
+    // Ends the run before the scope does (for a final message box).
+    void End() {
+        if (m_progress) {
+            m_progress->End();
+            m_progress = nullptr;
+        }
+    }
+
+private:
+    IStepProgress* m_progress;
+};
+
 // Holds the busy indicator for one scope, also on early returns.
 class BusyScope {
 public:
@@ -71,6 +106,13 @@ public:
     void SetRange(int, int) override {}
     void SetStep(int) override {}
     void SetPos(int) override {}
+};
+
+class NullStepProgress final : public IStepProgress {
+public:
+    void Begin(int, const UiText&) override {}
+    bool Step(int) override { return true; }
+    void End() override {}
 };
 
 class NullBusyIndicator final : public IBusyIndicator {

@@ -5,6 +5,8 @@
 #include <QCursor>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QProgressDialog>
+#include <QWindow>
 
 #include "controls/folder_browser.h"
 
@@ -108,7 +110,8 @@ bool QtFolderPicker::PickFolder(const UiText& title, const std::string& startFol
     return true;
 }
 
-QtInputBlocker::QtInputBlocker() : m_modalAtStart(QApplication::activeModalWidget()) {
+QtInputBlocker::QtInputBlocker(QWidget* allowed)
+    : m_modalAtStart(QApplication::activeModalWidget()), m_allowed(allowed) {
     qApp->installEventFilter(this);
 }
 
@@ -116,8 +119,25 @@ QtInputBlocker::~QtInputBlocker() {
     qApp->removeEventFilter(this);
 }
 
-bool QtInputBlocker::eventFilter(QObject*, QEvent* event) {
+bool QtInputBlocker::IsAllowed(QObject* target) const {
+    if (!m_allowed)
+        return false;
+    if (target == static_cast<QObject*>(m_allowed->windowHandle()))
+        return true;
+    // A widget, or what a widget holds (the Esc shortcut of a dialog).
+    for (QObject* object = target; object; object = object->parent()) {
+        if (const auto* widget = qobject_cast<QWidget*>(object))
+            return widget->window() == m_allowed;
+    }
+    return false;
+}
+
+bool QtInputBlocker::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
+    case QEvent::Close:
+        if (!event->spontaneous())
+            return false; // the program's own closing
+        [[fallthrough]];
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
@@ -126,8 +146,13 @@ bool QtInputBlocker::eventFilter(QObject*, QEvent* event) {
     case QEvent::Wheel:
     case QEvent::Shortcut:
     case QEvent::ShortcutOverride: {
+        if (IsAllowed(watched))
+            return false;
         QWidget* modal = QApplication::activeModalWidget();
-        return modal == nullptr || modal == m_modalAtStart;
+        const bool blocked = modal == nullptr || modal == m_modalAtStart || modal == m_allowed;
+        if (blocked)
+            event->ignore(); // a refused close leaves the window open
+        return blocked;
     }
     default:
         return false;
@@ -144,6 +169,55 @@ void QtProgressSink::SetPos(int position) {
         return;
     m_bar->setValue(position);
     QCoreApplication::processEvents();
+}
+
+QtStepProgress::~QtStepProgress() {
+    End();
+}
+
+QString QtStepProgress::Count(int done) const {
+    return m_title + QLatin1Char('\n') +
+           QCoreApplication::translate("QtStepProgress", "%1 of %2").arg(done).arg(m_total);
+}
+
+void QtStepProgress::Begin(int total, const UiText& title) {
+    End();
+    m_title = TranslateUiText(title);
+    m_total = total;
+    if (total > 1) {
+        m_dialog = std::make_unique<QProgressDialog>(
+            Count(0), QCoreApplication::translate("QtStepProgress", "Cancel"), 0, total, m_parent);
+        m_dialog->setWindowTitle(QStringLiteral("TivoxPlus"));
+        m_dialog->setWindowModality(Qt::WindowModal);
+        m_dialog->setAutoReset(false);
+        m_dialog->setAutoClose(false);
+        // A quick run of a few photos does without it.
+        m_dialog->setMinimumDuration(400);
+        m_dialog->setValue(0);
+    }
+    m_blocker = std::make_unique<QtInputBlocker>(m_dialog.get());
+}
+
+bool QtStepProgress::Step(int done) {
+    if (m_dialog) {
+        m_dialog->setLabelText(Count(done));
+        m_dialog->setValue(done);
+        // Cancel is pressed with the arrow, not the wait cursor.
+        if (!m_arrow && m_dialog->isVisible() && QApplication::overrideCursor()) {
+            QApplication::setOverrideCursor(Qt::ArrowCursor);
+            m_arrow = true;
+        }
+    }
+    QCoreApplication::processEvents();
+    return !m_dialog || !m_dialog->wasCanceled();
+}
+
+void QtStepProgress::End() {
+    if (m_arrow)
+        QApplication::restoreOverrideCursor();
+    m_arrow = false;
+    m_blocker.reset();
+    m_dialog.reset();
 }
 
 void QtBusyIndicator::BeginBusy() {

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QProgressBar>
+#include <QProgressDialog>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -45,18 +46,23 @@ private:
 };
 
 // Swallows the user's input while it lives, so that no command starts while
-// another runs on the GUI thread. Windows that open meanwhile (a question of
-// the running command) still take input; paint and timer events pass.
+// another runs on the GUI thread; closing a window from the window manager
+// counts as input. Windows that open meanwhile (a question of the running
+// command) and the window `allowed` still take input; paint and timer events
+// pass.
 class QtInputBlocker final : public QObject {
 public:
-    QtInputBlocker();
+    explicit QtInputBlocker(QWidget* allowed = nullptr);
     ~QtInputBlocker() override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool IsAllowed(QObject* target) const;
+
     QPointer<QWidget> m_modalAtStart;
+    QPointer<QWidget> m_allowed;
 };
 
 // Moves the progress bar and lets the windows repaint while a long command
@@ -73,6 +79,30 @@ private:
     QtInputBlocker m_blocker;
     QPointer<QProgressBar> m_bar;
     int m_step = 10;
+};
+
+// A progress dialog with the count and Cancel, window-modal to `parent`, over
+// work of more than one step that lasts a moment. The windows keep painting
+// between the steps; all other input is refused meanwhile.
+class QtStepProgress final : public IStepProgress {
+public:
+    explicit QtStepProgress(QWidget* parent) : m_parent(parent) {}
+    ~QtStepProgress() override;
+    void Begin(int total, const UiText& title) override;
+    bool Step(int done) override;
+    void End() override;
+    // The dialog of the run, for tests; null between runs and for one step.
+    QProgressDialog* Dialog() const { return m_dialog.get(); }
+
+private:
+    QString Count(int done) const;
+
+    QPointer<QWidget> m_parent;
+    QString m_title;
+    int m_total = 0;
+    bool m_arrow = false; // an arrow cursor is set over the wait cursor
+    std::unique_ptr<QProgressDialog> m_dialog;
+    std::unique_ptr<QtInputBlocker> m_blocker;
 };
 
 // The wait cursor, as an override cursor.

@@ -1,6 +1,6 @@
 #pragma once
 // The user of the tests: answers questions from a script and records every
-// message with its icon and title.
+// message with its icon and title, and presses Cancel in a progress.
 
 #include <string>
 #include <vector>
@@ -37,6 +37,29 @@ public:
             texts.push_back(s.text);
         return texts;
     }
+};
+
+// Records each run of a progress with its steps, and cancels once
+// `cancelAfter` steps are done (never when negative).
+class ScriptedProgress final : public IStepProgress {
+public:
+    int cancelAfter = -1;
+    struct Run {
+        int total;
+        std::string title;
+        std::vector<int> steps;
+        bool ended = false;
+    };
+    std::vector<Run> runs;
+
+    void Begin(int total, const UiText& title) override {
+        runs.push_back({total, RenderUiText(title), {}});
+    }
+    bool Step(int done) override {
+        runs.back().steps.push_back(done);
+        return cancelAfter < 0 || done < cancelAfter;
+    }
+    void End() override { runs.back().ended = true; }
 };
 
 } // namespace tivox::test
