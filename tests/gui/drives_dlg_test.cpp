@@ -47,13 +47,13 @@ TEST(DrivesDialog, ListClickRefreshAndArrowKeys) {
     EXPECT_NE(picture(0), picture(1));
     EXPECT_EQ(dlg.GetSelectedDrive(), nullptr);
 
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      list->visualItemRect(list->item(1)).center());
+    QTest::mouseClick(dlg.windowHandle(), Qt::LeftButton, {},
+                      list->viewport()->mapTo(&dlg, list->visualItemRect(list->item(1)).center()));
     EXPECT_EQ(dlg.Selected(), 1);
     EXPECT_EQ(dlg.Description(), "Removable Drive");
     // Refresh lists a new drive and keeps the selection.
     fake.drives.push_back(Drive("/media/a/STICK", kDriveRemovable, "STICK"));
-    QTest::mouseClick(dlg.findChild<QPushButton*>("refresh"), Qt::LeftButton);
+    ClickOn(dlg.findChild<QPushButton*>("refresh"));
     ASSERT_EQ(list->count(), 4);
     EXPECT_EQ(dlg.Description(), "Removable Drive");
     ASSERT_NE(dlg.GetSelectedDrive(), nullptr);
@@ -61,7 +61,7 @@ TEST(DrivesDialog, ListClickRefreshAndArrowKeys) {
     // An arrow key shows the drive selected before the key.
     list->setCurrentRow(0);
     list->setFocus();
-    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(dlg.windowHandle(), Qt::Key_Down);
     EXPECT_EQ(dlg.Selected(), 0);
     EXPECT_EQ(dlg.Description(), "Hard Disc");
     // A selection behind the list after a refresh counts as none.
