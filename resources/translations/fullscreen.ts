@@ -16,12 +16,16 @@
         <translation>Zuschneiden</translation>
     </message>
     <message>
-        <source>Save failed</source>
-        <translation>Speichern fehlgeschlagen</translation>
-    </message>
-    <message>
         <source>Delete selected photos?</source>
         <translation>Ausgewählte Fotos löschen?</translation>
+    </message>
+    <message>
+        <source>Writing the changes into the photos</source>
+        <translation>Die Änderungen werden in die Fotos geschrieben</translation>
+    </message>
+    <message>
+        <source>Discarding the changes</source>
+        <translation>Die Änderungen werden verworfen</translation>
     </message>
 </context>
 <context>

@@ -47,5 +47,9 @@
         <source>The gallery folder %s is, holds or lies inside the photo folder or its backup folder, and a gallery empties its folder first. Nothing was deleted. Please choose another base folder for HTML galleries.</source>
         <translation>Der Galerieordner %s ist der Fotoordner oder sein Sicherungsordner, enthält einen davon oder liegt darin, und eine Galerie leert ihren Ordner zuerst. Es wurde nichts gelöscht. Bitte wählen Sie einen anderen Basisordner für HTML-Galerien.</translation>
     </message>
+    <message>
+        <source>Writing the gallery pictures</source>
+        <translation>Die Bilder der Galerie werden geschrieben</translation>
+    </message>
 </context>
 </TS>

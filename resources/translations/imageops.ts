@@ -31,5 +31,19 @@
         <source>The crop rectangle lies outside the picture.</source>
         <translation>Das Zuschneide-Rechteck liegt außerhalb des Bildes.</translation>
     </message>
+    <message>
+        <source>Processing the photos</source>
+        <translation>Die Fotos werden bearbeitet</translation>
+    </message>
+    <message>
+        <source>%s photos could not be processed:
+%s</source>
+        <translation>%s Fotos konnten nicht bearbeitet werden:
+%s</translation>
+    </message>
+    <message>
+        <source>and %s more</source>
+        <translation>und %s weitere</translation>
+    </message>
 </context>
 </TS>

@@ -101,17 +101,18 @@ int RunGallery(const Args& arguments) {
     processor.SetWindow(&host);
     ReportingPrompt prompt;
     NullBusyIndicator busy;
+    NullStepProgress progress;
     ProcessScope scope;
     scope.current = false;
     scope.all = true;
 
-    CGalleryCommand command(prompt, busy);
+    CGalleryCommand command(prompt, busy, progress);
     command.m_form = form;
     command.m_photoFolder = photos;
-    int failures = 0;
-    const GalleryReport report = command.CreateGalleryIn(out, [&](const COperation& op) {
-        failures += ApplyOperation(op, scope, processor, host, prompt);
-    });
+    const GalleryReport report =
+        command.CreateGalleryIn(out, [&](const COperation& op, IStepProgress& steps) {
+            return RunPass(op, scope, processor, host, steps);
+        });
 
     switch (report.outcome) {
     case GalleryOutcome::Written:
@@ -119,8 +120,9 @@ int RunGallery(const Args& arguments) {
                     list.Count(), report.thumbPages, report.photoPages, report.folder.c_str());
         if (report.pictures > 0)
             std::printf("open %s/thumbs1.html\n", report.folder.c_str());
-        return failures == 0 ? kExitOk : kExitFailure;
+        return report.failures.empty() ? kExitOk : kExitFailure;
     case GalleryOutcome::PagesFailed:
+    case GalleryOutcome::Cancelled:
     case GalleryOutcome::Refused:
     case GalleryOutcome::FolderError:
     case GalleryOutcome::Declined:

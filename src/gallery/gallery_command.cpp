@@ -8,8 +8,43 @@
 
 namespace tivox {
 
-CGalleryCommand::CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, Translator translate)
-    : m_prompt(prompt), m_busy(busy), m_translate(std::move(translate)) {}
+namespace {
+
+// The two walks of a gallery, thumbnails and then pictures, as one run of the
+// progress: a walk over N photos is N of its 2N steps.
+class TwoWalkProgress final : public IStepProgress {
+public:
+    explicit TwoWalkProgress(IStepProgress& run) : m_run(run) {}
+    ~TwoWalkProgress() override { Finish(); }
+    void Begin(int total, const UiText&) override {
+        if (m_begun) {
+            m_offset += m_perWalk;
+        } else {
+            m_run.Begin(2 * total, {TIVOX_TR("Writing the gallery pictures"), {}});
+            m_begun = true;
+        }
+        m_perWalk = total;
+    }
+    bool Step(int done) override { return m_run.Step(m_offset + done); }
+    void End() override {} // the run goes on into the next walk
+    void Finish() {
+        if (m_begun)
+            m_run.End();
+        m_begun = false;
+    }
+
+private:
+    IStepProgress& m_run;
+    bool m_begun = false;
+    int m_offset = 0;
+    int m_perWalk = 0;
+};
+
+} // namespace
+
+CGalleryCommand::CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, IStepProgress& progress,
+                                 Translator translate)
+    : m_prompt(prompt), m_busy(busy), m_progress(progress), m_translate(std::move(translate)) {}
 
 std::string CGalleryCommand::GetGalleryFolder() const {
     return GalleryFolderFor(m_galleryFolder, m_photoFolder);
@@ -70,18 +105,31 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         return report;
     }
 
-    // Thumbnails first, then the large pictures.
-    apply(COperation::Resize(int(m_form.m_thumbWidth), int(m_form.m_thumbHeight), thumbs));
-    apply(COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics));
-
-    CGalleryWriter writer(
-        folder, m_form.m_title, {int(m_form.m_thumbTilesX), int(m_form.m_thumbTilesY)},
-        {int(m_form.m_photoTilesX), int(m_form.m_photoTilesY)}, m_prompt, m_translate);
-    const bool written = writer.Write();
-    report.outcome = written ? GalleryOutcome::Written : GalleryOutcome::PagesFailed;
-    report.pictures = writer.PictureCount();
-    report.thumbPages = report.pictures ? writer.ThumbPageCount() : 0;
-    report.photoPages = report.pictures ? writer.PhotoPageCount() : 0;
+    // Thumbnails first, then the large pictures. A photo that cannot be read
+    // fails both walks; it is told once, with the others, at the end.
+    TwoWalkProgress steps(m_progress);
+    PassResult walk = apply(
+        COperation::Resize(int(m_form.m_thumbWidth), int(m_form.m_thumbHeight), thumbs), steps);
+    report.failures = walk.failures;
+    if (!walk.cancelled) {
+        walk = apply(COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics),
+                     steps);
+        report.failures.insert(report.failures.end(), walk.failures.begin(), walk.failures.end());
+    }
+    steps.Finish();
+    if (walk.cancelled) {
+        report.outcome = GalleryOutcome::Cancelled; // and no pages
+    } else {
+        CGalleryWriter writer(
+            folder, m_form.m_title, {int(m_form.m_thumbTilesX), int(m_form.m_thumbTilesY)},
+            {int(m_form.m_photoTilesX), int(m_form.m_photoTilesY)}, m_prompt, m_translate);
+        report.outcome = writer.Write() ? GalleryOutcome::Written : GalleryOutcome::PagesFailed;
+        report.pictures = writer.PictureCount();
+        report.thumbPages = report.pictures ? writer.ThumbPageCount() : 0;
+        report.photoPages = report.pictures ? writer.PhotoPageCount() : 0;
+    }
+    busy.End();
+    ReportFailures(report.failures, m_prompt, m_translate);
     return report;
 }
 

@@ -10,14 +10,17 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "gallery/gallery_form.h"
+#include "imageops/selection_pass.h"
 #include "platform/ui_text.h"
 
 namespace tivox {
 
 class IPrompt;
 class IBusyIndicator;
+class IStepProgress;
 struct COperation;
 
 enum class GalleryOutcome {
@@ -27,6 +30,7 @@ enum class GalleryOutcome {
     NoFolder,    // no gallery folder to work in (empty path)
     Written,     // pictures and pages are there (maybe none: nothing chosen)
     PagesFailed, // the page writer stopped; the pages so far stay
+    Cancelled,   // the user stopped the pictures; no page was written
 };
 
 struct GalleryReport {
@@ -35,14 +39,17 @@ struct GalleryReport {
     int pictures = 0;   // pictures that made it into the pages
     int thumbPages = 0;
     int photoPages = 0;
+    std::vector<UiText> failures; // photos that could not be copied, and why
 };
 
 class CGalleryCommand {
 public:
-    // Runs one operation over the chosen photos (the selection pass).
-    using ApplyOperation = std::function<void(const COperation&)>;
+    // Runs one operation over the chosen photos (the selection pass), one
+    // step of the progress per photo.
+    using ApplyOperation = std::function<PassResult(const COperation&, IStepProgress&)>;
 
-    CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, Translator translate = {});
+    CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, IStepProgress& progress,
+                    Translator translate = {});
     CGalleryCommand(const CGalleryCommand&) = delete;
     CGalleryCommand& operator=(const CGalleryCommand&) = delete;
 
@@ -67,6 +74,7 @@ private:
 
     IPrompt& m_prompt;
     IBusyIndicator& m_busy;
+    IStepProgress& m_progress;
     Translator m_translate;
 };
 

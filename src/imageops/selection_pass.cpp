@@ -1,5 +1,8 @@
 #include "imageops/selection_pass.h"
 
+#include <algorithm>
+#include <string>
+
 #include "imageops/image_processor.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"
@@ -8,29 +11,80 @@
 
 namespace tivox {
 
-int ApplyOperation(const COperation& operation, const ProcessScope& scope,
-                   CImageProcessor& processor, IEditHost& window, IPrompt& prompt) {
-    int failures = 0;
-    auto report = [&] {
-        ++failures;
-        prompt.Ask(processor.GetErrorText(), PromptIcon::Warning, PromptButtons::Ok,
-                   PromptAnswer::Ok, UiText{TIVOX_TR("Error"), {}});
+namespace {
+
+// A message box holds this many lines of a list before it outgrows the screen.
+constexpr std::size_t kListedFailures = 15;
+
+} // namespace
+
+PassResult RunPass(const COperation& operation, const ProcessScope& scope,
+                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress) {
+    PassResult result;
+    auto run = [&](CPhoto* photo, bool batch) {
+        if (processor.Execute(operation, photo, batch) != 0)
+            result.failures.push_back(processor.GetErrorText());
     };
     if (scope.current) {
         if (CPhoto* photo = window.GetCurrentPhoto())
-            if (processor.Execute(operation, photo, false) != 0)
-                report();
+            run(photo, false);
     } else if (CPhotoList* list = window.GetPhotoList()) {
+        int total = 0;
+        for (int i = 0; i < list->Count(); ++i)
+            if (const CPhoto* photo = list->PhotoAt(i); photo && scope.Chooses(photo->marker))
+                ++total;
+        StepScope steps(progress, total, {TIVOX_TR("Processing the photos"), {}});
+        int done = 0;
         list->ResetCursor();
         while (!list->AtEnd()) {
             CPhoto* photo = list->NextPhoto();
-            if (photo && scope.Chooses(photo->marker) &&
-                processor.Execute(operation, photo, true) != 0)
-                report();
+            if (!photo || !scope.Chooses(photo->marker))
+                continue;
+            run(photo, true);
+            // Events run in Step; the list's cursor is an index, so a list
+            // emptied meanwhile only ends the walk.
+            if (!steps.Step(++done) && done < total) {
+                result.cancelled = true;
+                break;
+            }
         }
     }
     window.Invalidate();
-    return failures;
+    return result;
+}
+
+void ReportFailures(const std::vector<UiText>& failures, IPrompt& prompt,
+                    const Translator& translate) {
+    std::vector<std::string> lines;
+    for (const UiText& failure : failures) {
+        std::string line = RenderUiText(failure, translate);
+        if (std::find(lines.begin(), lines.end(), line) == lines.end())
+            lines.push_back(std::move(line));
+    }
+    if (lines.empty())
+        return;
+    UiText text{"%s", {lines[0]}};
+    if (lines.size() > 1) {
+        std::string list;
+        for (std::size_t i = 0; i < std::min(lines.size(), kListedFailures); ++i)
+            list += (i ? "\n" : "") + lines[i];
+        if (lines.size() > kListedFailures)
+            list += "\n" + RenderUiText({TIVOX_TR("and %s more"),
+                                         {std::to_string(lines.size() - kListedFailures)}},
+                                        translate);
+        text = {TIVOX_TR("%s photos could not be processed:\n%s"),
+                {std::to_string(lines.size()), list}};
+    }
+    prompt.Ask(text, PromptIcon::Warning, PromptButtons::Ok, PromptAnswer::Ok,
+               UiText{TIVOX_TR("Error"), {}});
+}
+
+int ApplyOperation(const COperation& operation, const ProcessScope& scope,
+                   CImageProcessor& processor, IEditHost& window, IPrompt& prompt,
+                   IStepProgress& progress, const Translator& translate) {
+    const PassResult result = RunPass(operation, scope, processor, window, progress);
+    ReportFailures(result.failures, prompt, translate);
+    return int(result.failures.size());
 }
 
 } // namespace tivox

@@ -4,13 +4,17 @@
 // list that "All" or its colour marker picks. The Image Operations window
 // and the gallery command both run it. User-interface thread only.
 
+#include <vector>
+
 #include "imageops/operation.h"
+#include "platform/ui_text.h"
 
 namespace tivox {
 
 class CImageProcessor;
 class IEditHost;
 class IPrompt;
+class IStepProgress;
 
 // The state of the "Process:" check boxes.
 struct ProcessScope {
@@ -27,10 +31,27 @@ struct ProcessScope {
     }
 };
 
-// Runs `operation` on the chosen photos. Each failure is shown at once with
-// the processor's error text, caption "Error", and the walk goes on. Last the
-// window is repainted. Gives the number of failures.
+// What one walk did.
+struct PassResult {
+    bool cancelled = false;       // the user stopped it between two photos
+    std::vector<UiText> failures; // the processor's error text, per failed photo
+};
+
+// Runs `operation` on the chosen photos. A walk over the list counts each
+// chosen photo as one step of `progress` and stops between two photos when
+// the user cancels; a failure does not stop it. Last the window is repainted.
+PassResult RunPass(const COperation& operation, const ProcessScope& scope,
+                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress);
+
+// Tells all failures of a command in one message, caption "Error": a single
+// one as it is, several as a list (the same text once). Nothing without any.
+// `translate` turns the listed texts into the user's language.
+void ReportFailures(const std::vector<UiText>& failures, IPrompt& prompt,
+                    const Translator& translate = {});
+
+// RunPass, then ReportFailures. Gives the number of failures.
 int ApplyOperation(const COperation& operation, const ProcessScope& scope,
-                   CImageProcessor& processor, IEditHost& window, IPrompt& prompt);
+                   CImageProcessor& processor, IEditHost& window, IPrompt& prompt,
+                   IStepProgress& progress, const Translator& translate = {});
 
 } // namespace tivox

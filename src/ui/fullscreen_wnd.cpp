@@ -13,6 +13,7 @@
 #include "app/fullscreen_status.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_fixer.h"
+#include "imageops/selection_pass.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
 #include "ui/image_ops_dlg.h"
@@ -672,12 +673,42 @@ void CFullScreenWnd::SyncToolPages() {
     }
 }
 
-void CFullScreenWnd::CommitChanges() {
+IStepProgress& CFullScreenWnd::StepProgress() {
+    if (!m_stepProgress) {
+        if (!m_qtStepProgress) {
+            m_qtStepProgress = std::make_unique<QtStepProgress>(this);
+        }
+        return *m_qtStepProgress;
+    }
+    return *m_stepProgress;
+}
+
+namespace {
+
+int CountPending(const CPhotoList& list) {
+    int count = 0;
+    for (int i = 0; i < list.Count(); ++i) {
+        const CPhoto* photo = list.PhotoAt(i);
+        count += photo && photo->edits.HasPending() ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+// Commit and Discard let events run between two photos, for the progress.
+// Its dialog keeps the user's input from every other window meanwhile; the
+// list is still looked up anew for each photo.
+bool CFullScreenWnd::CommitChanges() {
     if (!m_photoList) {
-        return;
+        return true;
     }
     BusyScope busy(*m_busy);
-    for (int i = 0; i < m_photoList->Count(); ++i) {
+    const int total = CountPending(*m_photoList);
+    StepScope steps(StepProgress(), total, {TIVOX_TR("Writing the changes into the photos"), {}});
+    std::vector<UiText> failures;
+    int done = 0;
+    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
         CPhoto* photo = m_photoList->PhotoAt(i);
         if (!photo || !photo->edits.HasPending()) {
             continue;
@@ -689,11 +720,17 @@ void CFullScreenWnd::CommitChanges() {
             m_imageOpsDlg->ResetProcessor();
         }
         if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler) == 0) {
-            m_prompt->Ask(UiText{TIVOX_TR("Save failed"), {}}, PromptIcon::Stop, PromptButtons::Ok,
-                          PromptAnswer::Ok, UiText{TIVOX_TR("Error"), {}});
+            failures.push_back({TIVOX_TR("Could not write %s"), {photo->path}});
         }
         photo->edits.Clear();
+        if (!steps.Step(++done) && done < total) {
+            break; // the photos after this one keep their edits
+        }
     }
+    steps.End();
+    busy.End();
+    ReportFailures(failures, *m_prompt, CoreTranslator());
+    return done == total && failures.empty();
 }
 
 void CFullScreenWnd::DiscardChanges() {
@@ -702,7 +739,10 @@ void CFullScreenWnd::DiscardChanges() {
     }
     // Rebuilding thumbnails from the files takes a moment.
     BusyScope busy(*m_busy);
-    for (int i = 0; i < m_photoList->Count(); ++i) {
+    const int total = CountPending(*m_photoList);
+    StepScope steps(StepProgress(), total, {TIVOX_TR("Discarding the changes"), {}});
+    int done = 0;
+    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
         CPhoto* photo = m_photoList->PhotoAt(i);
         if (!photo) {
             continue;
@@ -723,6 +763,9 @@ void CFullScreenWnd::DiscardChanges() {
         // The next single view loads the working image from the file again.
         photo->RebuildImages(GetThumbSize(), GetScreenSize(), false);
         photo->thumbnailReady.store(1, std::memory_order_release);
+        if (!steps.Step(++done) && done < total) {
+            break;
+        }
     }
     update();
 }

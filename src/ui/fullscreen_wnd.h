@@ -71,6 +71,10 @@ public:
     void SetBusyIndicator(IBusyIndicator* busy);
     IPrompt& Prompt() { return *m_prompt; }
     IBusyIndicator& Busy() { return *m_busy; }
+    // The count with Cancel of work over many photos. Null: a progress
+    // dialog over this window.
+    void SetStepProgress(IStepProgress* progress) { m_stepProgress = progress; }
+    IStepProgress& StepProgress();
 
     // IEditHost.
     Size GetScreenSize() const override { return m_layout.GetScreenSize(); }
@@ -93,7 +97,9 @@ public:
     void StepBackward();
     void UpdateCropRect(Point point);
     void SyncToolPages();
-    void CommitChanges();
+    // Each photo is committed whole or left pending; false when the user
+    // cancelled or a photo could not be saved.
+    bool CommitChanges();
     void DiscardChanges();
 
     // State, for the Image Operations window and tests.
@@ -175,6 +181,8 @@ private:
     std::unique_ptr<IBusyIndicator> m_qtBusy;
     IPrompt* m_prompt = nullptr;
     IBusyIndicator* m_busy = nullptr;
+    std::unique_ptr<IStepProgress> m_qtStepProgress; // made at first need
+    IStepProgress* m_stepProgress = nullptr;
 };
 
 } // namespace tivox

@@ -14,6 +14,7 @@
 #include "gallery/gallery_folder.h"
 #include "imageops/selection_pass.h"
 #include "ui/fullscreen_wnd.h"
+#include "ui/qt_seams.h"
 #include "ui/tab_basic.h"
 #include "ui/tab_color.h"
 #include "ui/tab_photo.h"
@@ -264,7 +265,8 @@ void CImageOpsDlg::OnSelectMarker(int marker) {
 
 void CImageOpsDlg::ApplyOperation(const COperation& operation) {
     ReadScope();
-    tivox::ApplyOperation(operation, m_scope, m_processor, *m_window, m_window->Prompt());
+    tivox::ApplyOperation(operation, m_scope, m_processor, *m_window, m_window->Prompt(),
+                          m_window->StepProgress(), CoreTranslator());
 }
 
 void CImageOpsDlg::SetColorValue(const COperation& operation) {

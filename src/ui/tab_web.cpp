@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "controls/icon_button.h"
+#include "imageops/selection_pass.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
@@ -33,6 +34,13 @@ QGroupBox* MakeGroup(QWidget* parent, const QString& title, QLineEdit* fields[4]
         grid->addWidget(fields[i], 1 + i / 2, 1 + i % 2);
     }
     return group;
+}
+
+// The "Process:" boxes of the Image Operations window as they stand.
+ProcessScope ScopeOf(const CImageOpsDlg& dlg) {
+    return {dlg.ProcessCurrent()->isChecked(), dlg.ProcessAll()->isChecked(),
+            dlg.ProcessColor(1)->isChecked(), dlg.ProcessColor(2)->isChecked(),
+            dlg.ProcessColor(3)->isChecked()};
 }
 
 } // namespace
@@ -89,7 +97,8 @@ bool CWebPage::ReadControls() {
 
 GalleryReport CWebPage::OnCreateGallery() {
     CFullScreenWnd* window = m_dlg->Window();
-    CGalleryCommand command(window->Prompt(), window->Busy(), CoreTranslator());
+    CGalleryCommand command(window->Prompt(), window->Busy(), window->StepProgress(),
+                            CoreTranslator());
     IFullScreenOwner* owner = window->GetMainDlg();
     if (owner) {
         command.m_galleryFolder = owner->GetGalleryFolder();
@@ -101,8 +110,11 @@ GalleryReport CWebPage::OnCreateGallery() {
         ReadControls();
         command.m_form = m_form;
     };
+    // The command tells the failures of both walks at its end.
     const GalleryReport report =
-        command.OnCreateGallery([this](const COperation& op) { m_dlg->ApplyOperation(op); });
+        command.OnCreateGallery([this, window](const COperation& op, IStepProgress& steps) {
+            return RunPass(op, ScopeOf(*m_dlg), m_dlg->Processor(), *window, steps);
+        });
     window->Invalidate();
     return report;
 }

@@ -5,8 +5,11 @@
 #include <filesystem>
 
 #include "gallery_test_support.h"
+#include "imageops/image_processor.h"
 #include "imageops/operation.h"
+#include "photos/photo_list.h"
 #include "platform/geometry.h"
+#include "support/fake_edit_host.h"
 
 namespace tivox {
 namespace {
@@ -22,10 +25,11 @@ struct FakePass {
     Names chosen;
     std::vector<COperation> operations;
     CGalleryCommand::ApplyOperation Bind() {
-        return [this](const COperation& op) {
+        return [this](const COperation& op, IStepProgress&) {
             operations.push_back(op);
             for (const auto& name : chosen)
                 test::WriteFile(op.text + "/" + name, test::SmallJpeg(8, 6));
+            return PassResult{};
         };
     }
 };
@@ -45,7 +49,8 @@ protected:
     const std::string gallery = dir.File("Galleries/2004");
     test::ScriptedPrompt prompt;
     test::CountingBusy busy;
-    CGalleryCommand command{prompt, busy};
+    test::ScriptedProgress progress;
+    CGalleryCommand command{prompt, busy, progress};
     FakePass pass;
 };
 
@@ -123,7 +128,7 @@ TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
 TEST_F(GalleryCommandTest, GalleryFolderOverPhotosIsRefusedBeforeAnythingIsDeleted) {
     const std::string bad = photos + "_bak/x";
     test::ScriptedPrompt refusal;
-    CGalleryCommand c(refusal, busy);
+    CGalleryCommand c(refusal, busy, progress);
     c.m_photoFolder = photos;
     EXPECT_EQ(c.CreateGalleryIn(bad, pass.Bind()).outcome, GalleryOutcome::Refused);
     ASSERT_EQ(refusal.Texts().size(), 1u);
@@ -156,6 +161,41 @@ TEST_F(GalleryCommandTest, FolderThatCannotBeMadeGivesTheFolderMessage) {
     fs::remove(gallery);
     test::PutFile(gallery + "/pics", "x");
     EXPECT_EQ(Create(), GalleryOutcome::Written);
+}
+
+TEST_F(GalleryCommandTest, BrokenPhotosAreToldOnceAtTheEndAndCancelWritesNoPage) {
+    for (const char* name : {"IMG_2.jpg", "IMG_3.jpg"})
+        test::PutFile(photos + "/" + name, "not a jpeg");
+    test::PutFile(photos + "/IMG_4.jpg", test::SmallJpeg(8, 6));
+    CPhotoList list;
+    list.Open(photos);
+    list.StopWorker(1000);
+    test::FakeWindow window;
+    window.list = &list;
+    CImageProcessor processor;
+    processor.SetWindow(&window);
+    const auto realPass = [&](const COperation& op, IStepProgress& steps) {
+        return RunPass(op, {false, true, false, false, false}, processor, window, steps);
+    };
+    GalleryReport report = command.OnCreateGallery(realPass);
+    EXPECT_EQ(report.outcome, GalleryOutcome::Written);
+    EXPECT_EQ(report.pictures, 2);
+    EXPECT_EQ(prompt.Texts(), (Names{"2 photos could not be processed:\nCould not read " + photos +
+                                     "/IMG_2.jpg\nCould not read " + photos + "/IMG_3.jpg"}));
+    ASSERT_EQ(progress.runs.size(), 1u); // both walks count as one run
+    EXPECT_EQ(progress.runs[0].total, 8);
+    EXPECT_EQ(progress.runs[0].steps.back(), 8);
+    EXPECT_TRUE(progress.runs[0].ended);
+
+    // Cancelled at the first large picture: what is made stays, no page.
+    progress.cancelAfter = 5;
+    report = command.OnCreateGallery(realPass);
+    EXPECT_EQ(report.outcome, GalleryOutcome::Cancelled);
+    EXPECT_EQ(test::TreeNames(gallery), (Names{"pics/", "pics/IMG_1.jpg", "pics/thumbs/",
+                                               "pics/thumbs/IMG_1.jpg", "pics/thumbs/IMG_4.jpg"}));
+    EXPECT_EQ(prompt.Texts().size(), 2u);
+    EXPECT_TRUE(progress.runs[1].ended);
+    EXPECT_EQ(busy.depth, 0);
 }
 
 } // namespace

@@ -5,15 +5,18 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressDialog>
 #include <QSlider>
 #include <QTabBar>
 #include <filesystem>
+#include <functional>
 
 #include "app/tool_state.h"
 #include "controls/icon_button.h"
 #include "gui/fullscreen_fixture.h"
 #include "photos/photo.h"
 #include "ui/image_ops_dlg.h"
+#include "ui/qt_seams.h"
 #include "ui/tab_basic.h"
 #include "ui/tab_color.h"
 #include "ui/tab_photo.h"
@@ -231,6 +234,63 @@ TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     EXPECT_FALSE(m_window->HasWindow());
     EXPECT_EQ(m_window->ImageOpsDlg(), nullptr);
     EXPECT_EQ(FileBytes(0), committed);
+    EXPECT_TRUE(m_prompt.shown.empty());
+}
+
+// The program's progress dialog, with what the user does while it runs.
+class UserDuringProgress final : public IStepProgress {
+public:
+    explicit UserDuringProgress(QWidget* parent) : qt(parent) {}
+    void Begin(int total, const UiText& title) override {
+        totals.push_back(total);
+        qt.Begin(total, title);
+    }
+    bool Step(int done) override {
+        if (during)
+            during();
+        return qt.Step(done);
+    }
+    void End() override { qt.End(); }
+    QtStepProgress qt;
+    std::vector<int> totals;
+    std::function<void()> during;
+};
+
+TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPendingAndUntouched) {
+    WritePhotos(3, 320, 240, 0x606060);
+    const Bytes before[3] = {FileBytes(0), FileBytes(1), FileBytes(2)};
+    UserDuringProgress progress(m_window.get());
+    m_window->SetStepProgress(&progress);
+    ShowSingle(0);
+    Use(Dlg()->ProcessAll());
+    Use(PhotoPage()->Button(8)); // Denoise, on every photo
+    // Esc and a second Commit while the commit runs go nowhere; Esc in its
+    // dialog stops it after the first photo.
+    progress.during = [&] {
+        Key(Qt::Key_Escape);
+        ASSERT_TRUE(m_window->HasWindow());
+        ClickOn(Dlg()->CommitButton());
+        QProgressDialog* dialog = progress.qt.Dialog();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->parentWidget(), m_window.get());
+        EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+        dialog->show(); // as after a moment of work
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }));
+        QTest::keyClick(dialog->windowHandle(), Qt::Key_Escape);
+    };
+    Use(Dlg()->CommitButton());
+    EXPECT_EQ(progress.totals, (std::vector<int>{3, 3})); // the denoise walk, one commit
+    EXPECT_TRUE(m_window->HasWindow());
+    EXPECT_FALSE(Photo(0)->edits.HasPending());
+    EXPECT_NE(FileBytes(0), before[0]);
+    for (int i : {1, 2}) {
+        EXPECT_TRUE(Photo(i)->edits.denoisePending) << i;
+        EXPECT_EQ(FileBytes(i), before[i]) << i;
+    }
+    progress.during = nullptr;
+    EXPECT_TRUE(m_window->CommitChanges());
+    EXPECT_FALSE(Photo(2)->edits.HasPending());
+    EXPECT_NE(FileBytes(2), before[2]);
     EXPECT_TRUE(m_prompt.shown.empty());
 }
 

@@ -1,5 +1,5 @@
 // The walk over the photos that the "Process:" boxes choose, with deletion
-// in a walk and failures that do not stop it.
+// in a walk, failures that do not stop it and a Cancel that does.
 
 #include "imageops/selection_pass.h"
 
@@ -30,13 +30,14 @@ protected:
         processor.SetWindow(&window);
     }
     int Run(const COperation& op, const ProcessScope& scope) {
-        return ApplyOperation(op, scope, processor, window, prompt);
+        return ApplyOperation(op, scope, processor, window, prompt, progress);
     }
     test::TempDir dir;
     std::vector<std::string> paths;
     CPhotoList list;
     test::FakeWindow window;
     test::ScriptedPrompt prompt;
+    test::ScriptedProgress progress;
     CImageProcessor processor;
 };
 
@@ -79,16 +80,48 @@ TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
     EXPECT_TRUE(prompt.shown.empty());
 }
 
-TEST_F(SelectionPassTest, OneFailureInAWalkShowsOneMessageAndTheWalkGoesOn) {
-    ASSERT_EQ(::unlink(paths[1].c_str()), 0); // so deleting the second photo fails
-    EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 1);
+TEST_F(SelectionPassTest, FailuresInAWalkAreListedInOneMessageAtTheEnd) {
+    for (int i : {1, 3}) // so deleting these photos fails
+        ASSERT_EQ(::unlink(paths[i].c_str()), 0);
+    EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 2);
     ASSERT_EQ(prompt.shown.size(), 1u);
-    EXPECT_EQ(prompt.shown[0].text, "Could not delete " + paths[1]);
+    EXPECT_EQ(prompt.shown[0].text, "2 photos could not be processed:\nCould not delete " +
+                                        paths[1] + "\nCould not delete " + paths[3]);
     EXPECT_EQ(prompt.shown[0].title, "Error");
     EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Warning);
-    EXPECT_EQ(window.raised, 1);
-    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(window.raised, 2);
+    ASSERT_EQ(list.Count(), 2);
     EXPECT_EQ(list.PhotoAt(0)->path, paths[1]);
+    // One failure is told as it is.
+    window.current = list.PhotoAt(0);
+    EXPECT_EQ(Run(COperation::Plain(opDelete), {}), 1);
+    EXPECT_EQ(prompt.shown.back().text, "Could not delete " + paths[1]);
+}
+
+TEST_F(SelectionPassTest, CancelStopsBetweenPhotosAndLeavesTheRestUntouched) {
+    test::Bytes before[4];
+    for (int i = 0; i < 4; ++i)
+        ASSERT_TRUE(test::ReadFile(paths[i], before[i]));
+    progress.cancelAfter = 2;
+    const PassResult result =
+        RunPass(COperation::Plain(opRotateRight), kAll, processor, window, progress);
+    EXPECT_TRUE(result.cancelled);
+    ASSERT_EQ(progress.runs.size(), 1u);
+    EXPECT_EQ(progress.runs[0].total, 4);
+    EXPECT_EQ(progress.runs[0].steps, (std::vector<int>{1, 2}));
+    EXPECT_TRUE(progress.runs[0].ended);
+    for (int i = 0; i < 4; ++i) {
+        test::Bytes now;
+        ASSERT_TRUE(test::ReadFile(paths[i], now));
+        EXPECT_EQ(now != before[i], i < 2) << i;
+    }
+    // A cancel at the last step stops nothing; a marker walk counts its photos.
+    progress.cancelAfter = 1;
+    EXPECT_FALSE(RunPass(COperation::Resize(20, 10), {false, false, false, true, false}, processor,
+                         window, progress)
+                     .cancelled);
+    EXPECT_EQ(progress.runs[1].total, 1);
+    EXPECT_TRUE(list.PhotoAt(1)->edits.resizePending);
 }
 
 TEST_F(SelectionPassTest, DeletingTheCurrentPhotoLooksItUp) {
