@@ -48,6 +48,19 @@ struct DialogRig {
         dlg->SetPrompt(&prompt);
         dlg->SetFolderPicker(&picker);
     }
+    // `count` photos in the rig's folder "Photos", shown full screen as
+    // tilesX x tilesY tiles; returns the photo folder.
+    std::string PhotosToEdit(int count, std::uint32_t tilesX, std::uint32_t tilesY) {
+        MainDialogFields& fields = dlg->Commands().Fields();
+        fields.m_baseFolder = dir.path();
+        fields.m_tilesX = tilesX;
+        fields.m_tilesY = tilesY;
+        dlg->Commands().UpdateData(false);
+        const std::string folder = dir.path() + "/Photos";
+        for (int i = 0; i < count; ++i)
+            PutFile(folder + "/p" + std::to_string(i) + ".jpg", MakeJpeg({}));
+        return folder;
+    }
     // Ends and destroys the dialog, which stores the settings.
     void Close() {
         dlg->done(QDialog::Accepted);

@@ -297,16 +297,8 @@ TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
 
 TEST(FullScreenEditing, OpensAfreshAndClosesBeforeOtherCommands) {
     DialogRig rig;
-    MainDialogFields& f = rig.dlg->Commands().Fields();
-    f.m_baseFolder = rig.dir.path();
-    f.m_tilesX = 3;
-    f.m_tilesY = 2;
-    f.m_showStatusBar = 1;
-    f.m_statusBarHeight = 30;
-    rig.dlg->Commands().UpdateData(false);
-    const std::string folder = rig.dir.path() + "/Photos";
-    for (int i = 0; i < 5; ++i)
-        PutFile(folder + "/p" + std::to_string(i) + ".jpg", MakeJpeg({}));
+    const std::string folder = rig.PhotosToEdit(5, 3, 2);
+    Click(rig, "showStatusBar");
     CFullScreenEditing editing{*rig.dlg};
     CFullScreenWnd& window = editing.Window();
     CPhotoList& list = editing.PhotoList();

@@ -33,13 +33,7 @@ void RunWithUser(CTivoxDlg& dialog, const std::function<void()>& user) {
 
 TEST(ProgramRun, FullScreenEditingTakesInputBesideTheDialog) {
     DialogRig rig;
-    MainDialogFields& fields = rig.dlg->Commands().Fields();
-    fields.m_baseFolder = rig.dir.path();
-    fields.m_tilesX = 2;
-    fields.m_tilesY = 2;
-    rig.dlg->Commands().UpdateData(false);
-    for (int i = 0; i < 6; ++i)
-        PutFile(rig.dir.path() + "/Photos/p" + std::to_string(i) + ".jpg", MakeJpeg({}));
+    rig.PhotosToEdit(6, 2, 2);
     CFullScreenEditing editing{*rig.dlg};
     CFullScreenWnd& window = editing.Window();
     CPhotoList& list = editing.PhotoList();
