@@ -46,7 +46,9 @@ std::string FolderOf(const std::string& path) {
 } // namespace
 
 bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error) {
-    Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Non-blocking, so that a FIFO under a photo's name can't stall the
+    // open; the check below then refuses it.
+    Fd fd(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (fd.get() < 0) {
         error = Describe("cannot open", path);
         return false;
