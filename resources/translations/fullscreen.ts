@@ -20,6 +20,22 @@
         <translation>Ausgewählte Fotos löschen?</translation>
     </message>
     <message>
+        <source>1 photo has changes that are not committed.
+Commit them before leaving? No discards them.</source>
+        <translation>1 Foto hat Änderungen, die noch nicht übernommen sind.
+Vor dem Verlassen übernehmen? Nein verwirft sie.</translation>
+    </message>
+    <message>
+        <source>%s photos have changes that are not committed.
+Commit them before leaving? No discards them.</source>
+        <translation>%s Fotos haben Änderungen, die noch nicht übernommen sind.
+Vor dem Verlassen übernehmen? Nein verwirft sie.</translation>
+    </message>
+    <message>
+        <source>Leave Full Screen Editing</source>
+        <translation>Vollbildbearbeitung verlassen</translation>
+    </message>
+    <message>
         <source>Writing the changes into the photos</source>
         <translation>Die Änderungen werden in die Fotos geschrieben</translation>
     </message>

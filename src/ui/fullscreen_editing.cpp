@@ -5,17 +5,21 @@
 namespace tivox {
 
 CFullScreenEditing::CFullScreenEditing(CTivoxDlg& dialog) : m_dialog(dialog) {
-    m_dialog.SetFullScreenHooks([this] { Open(); }, [this] { Close(); });
+    m_dialog.SetFullScreenHooks([this] { Open(); }, [this] { return MayLeave(); },
+                                [this] { Close(); });
 }
 
 CFullScreenEditing::~CFullScreenEditing() {
-    m_dialog.SetFullScreenHooks({}, {});
+    m_dialog.SetFullScreenHooks({}, {}, {});
     Close();
 }
 
 void CFullScreenEditing::Open() {
     // A second opening starts afresh: the old window stops its worker and
     // lets go of the list before the list is read again.
+    if (!MayLeave()) {
+        return;
+    }
     Close();
     m_photoList.Clear();
     if (!m_window.HasWindow()) {
@@ -28,6 +32,10 @@ void CFullScreenEditing::Open() {
     m_photoList.SetWindow(&m_window);
     m_photoList.Open(GetPhotoFolderPath());
     m_window.SetPhotoList(&m_photoList);
+}
+
+bool CFullScreenEditing::MayLeave() {
+    return !m_window.HasWindow() || m_window.ConfirmLeaving();
 }
 
 void CFullScreenEditing::Close() {

@@ -22,8 +22,12 @@ public:
     CFullScreenEditing(const CFullScreenEditing&) = delete;
     CFullScreenEditing& operator=(const CFullScreenEditing&) = delete;
 
-    // Opens the photo folder full screen; an open window is closed first.
+    // Opens the photo folder full screen; an open window is left first (which
+    // may ask about uncommitted edits, and the user may stay).
     void Open();
+    // Whether full-screen editing may end now: true when it is not open or
+    // the user settled its uncommitted edits.
+    bool MayLeave();
     // Leaves full-screen editing if it is open; pending edits end unsaved.
     void Close();
 

@@ -400,7 +400,7 @@ void CFullScreenWnd::keyPressEvent(QKeyEvent* event) {
         ApplyCursor(cursor);
         if (exit == ToolExit::LeftDrawing) {
             update();
-        } else if (exit == ToolExit::CloseWindow) {
+        } else if (exit == ToolExit::CloseWindow && ConfirmLeaving()) {
             DestroyWindow();
         }
         break;
@@ -523,6 +523,10 @@ void CFullScreenWnd::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void CFullScreenWnd::closeEvent(QCloseEvent* event) {
+    if (m_created && !ConfirmLeaving()) {
+        event->ignore();
+        return;
+    }
     if (m_created) {
         DestroyWindow();
     }
@@ -731,6 +735,33 @@ bool CFullScreenWnd::CommitChanges() {
     busy.End();
     ReportFailures(failures, *m_prompt, CoreTranslator());
     return done == total && failures.empty();
+}
+
+// Closing used to drop uncommitted edits without a word; a person's work is
+// not thrown away unasked, so every way out (Esc, a second opening, the main
+// window's Exit or commands) asks first.
+bool CFullScreenWnd::ConfirmLeaving() {
+    const int pending = m_photoList ? CountPending(*m_photoList) : 0;
+    if (pending == 0) {
+        return true;
+    }
+    const UiText question = pending == 1
+                                ? UiText{TIVOX_TR("1 photo has changes that are not committed.\n"
+                                                  "Commit them before leaving? No discards them."),
+                                         {}}
+                                : UiText{TIVOX_TR("%s photos have changes that are not committed.\n"
+                                                  "Commit them before leaving? No discards them."),
+                                         {std::to_string(pending)}};
+    switch (m_prompt->Ask(question, PromptIcon::Question, PromptButtons::YesNoCancel,
+                          PromptAnswer::Cancel,
+                          UiText{TIVOX_TR("Leave Full Screen Editing"), {}})) {
+    case PromptAnswer::Yes:
+        return CommitChanges();
+    case PromptAnswer::No:
+        return true;
+    default:
+        return false;
+    }
 }
 
 void CFullScreenWnd::DiscardChanges() {

@@ -100,6 +100,10 @@ public:
     // Each photo is committed whole or left pending; false when the user
     // cancelled or a photo could not be saved.
     bool CommitChanges();
+    // Before leaving with edits that were not committed: asks whether to
+    // commit them (Yes), drop them (No) or stay (Cancel). True when the
+    // window may close.
+    bool ConfirmLeaving();
     void DiscardChanges();
 
     // State, for the Image Operations window and tests.

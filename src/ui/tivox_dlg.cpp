@@ -134,9 +134,15 @@ void CTivoxDlg::SetFolderPicker(IFolderPicker* picker) {
     m_pickerRelay->target = picker ? picker : &m_qtPicker;
 }
 
-void CTivoxDlg::SetFullScreenHooks(std::function<void()> open, std::function<void()> close) {
+void CTivoxDlg::SetFullScreenHooks(std::function<void()> open, std::function<bool()> mayLeave,
+                                   std::function<void()> close) {
     m_openFullScreen = std::move(open);
+    m_mayLeaveFullScreen = std::move(mayLeave);
     m_closeFullScreen = std::move(close);
+}
+
+bool CTivoxDlg::MayLeaveFullScreen() {
+    return !m_mayLeaveFullScreen || m_mayLeaveFullScreen();
 }
 
 CIconButton* CTivoxDlg::MakeButton(const QString& caption, const char* name) {
@@ -385,7 +391,7 @@ void CTivoxDlg::OnFullScreen() {
 }
 
 template <typename Command> void CTivoxDlg::RunBusy(Command command) {
-    if (m_busy)
+    if (m_busy || !MayLeaveFullScreen())
         return;
     if (m_closeFullScreen)
         m_closeFullScreen();
@@ -420,14 +426,14 @@ void CTivoxDlg::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void CTivoxDlg::accept() {
-    if (m_busy || !m_commands.OnOK())
+    if (m_busy || !m_commands.OnOK() || !MayLeaveFullScreen())
         return;
     QDialog::accept();
 }
 
 void CTivoxDlg::closeEvent(QCloseEvent* event) {
     // Closing works like Exit: the dialog stays after a refused read.
-    if (m_busy || !m_commands.OnOK()) {
+    if (m_busy || !m_commands.OnOK() || !MayLeaveFullScreen()) {
         event->ignore();
         return;
     }

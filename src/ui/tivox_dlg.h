@@ -39,10 +39,12 @@ public:
     void SetPrompt(IPrompt* prompt);
     void SetFolderPicker(IFolderPicker* picker);
     void SetDriveLister(DriveLister lister) { m_driveLister = std::move(lister); }
-    // What "Full Screen Editing" does after its read succeeded, and what ends
-    // full-screen editing before a command that changes the photo folder or
-    // before the dialog goes.
-    void SetFullScreenHooks(std::function<void()> open, std::function<void()> close);
+    // What "Full Screen Editing" does after its read succeeded; whether
+    // full-screen editing may end (the user may keep it for its uncommitted
+    // edits), asked before Exit and before a command that changes the photo
+    // folder; and what ends it then and when the dialog goes.
+    void SetFullScreenHooks(std::function<void()> open, std::function<bool()> mayLeave,
+                            std::function<void()> close);
 
     // The commands.
     void OnSelectCameraDrive();
@@ -88,6 +90,7 @@ private:
 
     void BuildLayout();
     void OnInitDialog();
+    bool MayLeaveFullScreen();
     // Reads the controls once more and stores the settings; once.
     void StoreSettings();
     // Runs a long command: input is refused and the window keeps painting.
@@ -105,6 +108,7 @@ private:
     std::string m_settingsPath;
     DriveLister m_driveLister;
     std::function<void()> m_openFullScreen;
+    std::function<bool()> m_mayLeaveFullScreen;
     std::function<void()> m_closeFullScreen;
     bool m_busy = false;
     bool m_stored = false;

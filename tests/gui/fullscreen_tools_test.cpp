@@ -224,17 +224,22 @@ TEST_F(FullScreenTools, ColorEditsAreSavedOnlyByCommit) {
     EXPECT_NE(FileBytes(0), before);
     EXPECT_EQ(FileBytes(1), before1);
 
-    // Pending edits at closing end unsaved and unasked.
+    // Leaving with pending edits asks: Cancel stays, No drops them unsaved.
     const Bytes committed = FileBytes(0);
     brightness->triggerAction(QAbstractSlider::SliderPageStepAdd);
     Use(PhotoPage()->Button(9));
     Click(100, 100);
     Key(Qt::Key_Escape); // leaves red eye
-    Key(Qt::Key_Escape); // closes
+    m_prompt.answers = {PromptAnswer::Cancel, PromptAnswer::No};
+    Key(Qt::Key_Escape);
+    ASSERT_TRUE(m_window->HasWindow());
+    EXPECT_EQ(m_prompt.shown.at(0).defaultAnswer, PromptAnswer::Cancel);
+    EXPECT_EQ(m_prompt.Texts()[0], "1 photo has changes that are not committed.\n"
+                                   "Commit them before leaving? No discards them.");
+    Key(Qt::Key_Escape);
     EXPECT_FALSE(m_window->HasWindow());
     EXPECT_EQ(m_window->ImageOpsDlg(), nullptr);
     EXPECT_EQ(FileBytes(0), committed);
-    EXPECT_TRUE(m_prompt.shown.empty());
 }
 
 // The program's progress dialog, with what the user does while it runs.

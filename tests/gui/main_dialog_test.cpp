@@ -106,7 +106,7 @@ TEST(MainDialog, ExitCloseAndFullScreenWaitForAGoodRead) {
     DialogRig rig;
     rig.dlg->show();
     int opened = 0;
-    rig.dlg->SetFullScreenHooks([&] { ++opened; }, {});
+    rig.dlg->SetFullScreenHooks([&] { ++opened; }, {}, {});
     Type(rig, DlgItem::TilesX, "11");
     Click(rig, "fullScreen");
     Click(rig, "exit");

@@ -22,6 +22,12 @@ namespace {
 
 // Runs the dialog as the program does while `user` acts from inside its
 // event loop; a user who stops early still ends the dialog.
+Bytes ReadBytes(const std::string& path) {
+    Bytes bytes;
+    EXPECT_TRUE(ReadFile(path, bytes));
+    return bytes;
+}
+
 void RunWithUser(CTivoxDlg& dialog, const std::function<void()>& user) {
     QTimer::singleShot(0, [&] {
         user();
@@ -33,7 +39,8 @@ void RunWithUser(CTivoxDlg& dialog, const std::function<void()>& user) {
 
 TEST(ProgramRun, FullScreenEditingTakesInputBesideTheDialog) {
     DialogRig rig;
-    rig.PhotosToEdit(6, 2, 2);
+    const std::string photo0 = rig.PhotosToEdit(6, 2, 2) + "/p0.jpg";
+    const Bytes original = ReadBytes(photo0);
     CFullScreenEditing editing{*rig.dlg};
     CFullScreenWnd& window = editing.Window();
     CPhotoList& list = editing.PhotoList();
@@ -71,11 +78,17 @@ TEST(ProgramRun, FullScreenEditingTakesInputBesideTheDialog) {
 
         QTest::keyClick(photos, Qt::Key_Escape);
         EXPECT_FALSE(window.HasWindow());
-        // Open once more, and Exit in the dialog ends both.
+        // Open once more with an edit pending: Exit in the dialog asks; Cancel
+        // keeps both open, Yes commits and ends both.
         ClickOn(rig.dlg->Button("fullScreen"));
-        ASSERT_TRUE(window.HasWindow());
+        ASSERT_TRUE(window.HasWindow() && list.WaitWorker(20000));
+        list.PhotoAt(0)->edits.AddRedEyePoint({1, 1});
+        rig.prompt.answers = {PromptAnswer::Cancel, PromptAnswer::Yes};
+        ClickOn(rig.dlg->Button("exit"));
+        EXPECT_TRUE(window.HasWindow() && rig.dlg->isVisible());
         ClickOn(rig.dlg->Button("exit"));
     });
+    EXPECT_NE(ReadBytes(photo0), original);
     EXPECT_FALSE(rig.dlg->isVisible());
     EXPECT_EQ(rig.dlg->result(), QDialog::Accepted);
     EXPECT_FALSE(window.HasWindow());
