@@ -1,8 +1,8 @@
 #pragma once
 // CDriveInfo: what the system says about one mounted volume, for the drive
 // dialog and for the check of the camera drive before a transfer. A drive is
-// named by its mount point ("/media/anna/EOS_DIGITAL"); the type values are
-// those the design has always used (2 removable, 3 fixed, ...).
+// named by its mount point ("/media/anna/EOS_DIGITAL"); the type values keep
+// the classic numbering of drive types (2 removable, 3 fixed, ...).
 
 #include <cstdint>
 #include <string>

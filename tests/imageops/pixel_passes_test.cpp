@@ -346,7 +346,7 @@ TEST(ScreenRectToImage, MapsByMarginAndScale) {
         Rect rect, expected;
     } cases[] = {
         // 2048 x 1536 on 1024 x 768 fills the screen: s = 2.
-        {"worked example", {2048, 1536}, {1024, 768}, {100, 100, 200, 150}, {200, 200, 400, 300}},
+        {"twice the screen", {2048, 1536}, {1024, 768}, {100, 100, 200, 150}, {200, 200, 400, 300}},
         {"fills the width", {1023, 768}, {1023, 768}, {10, 20, 30, 40}, {10, 20, 30, 40}},
         // A square picture has side margins of 128: s = 1000 / 768.
         {"side margins", {1000, 1000}, {768, 768}, {128, 0, 768, 768}, {0, 0, 1000, 1000}},
