@@ -1,62 +1,16 @@
 #include "acquire/file_walker.h"
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <fnmatch.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <memory>
 #include <vector>
+
+#include "platform/folder_listing.h"
 
 namespace tivox {
 
 namespace {
-
-enum class EntryKind { File, Folder, LinkToFolder };
-
-struct Entry {
-    std::string name;
-    EntryKind kind;
-};
-
-struct DirCloser {
-    void operator()(DIR* d) const { closedir(d); }
-};
-
-// The entries of one folder, sorted by name, without "." and "..". False when
-// the folder can't be opened. Folders reached through a link are marked, so
-// that no walk leaves the tree or runs in a circle.
-bool ListFolder(const std::string& folder, std::vector<Entry>& entries) {
-    std::unique_ptr<DIR, DirCloser> dir(opendir(folder.c_str()));
-    if (!dir)
-        return false;
-    const int fd = dirfd(dir.get());
-    while (const dirent* e = readdir(dir.get())) {
-        const std::string name = e->d_name;
-        if (name == "." || name == "..")
-            continue;
-        EntryKind kind = EntryKind::File;
-        unsigned char type = e->d_type;
-        if (type == DT_UNKNOWN) {
-            struct stat st {};
-            if (fstatat(fd, e->d_name, &st, AT_SYMLINK_NOFOLLOW) == 0)
-                type = S_ISDIR(st.st_mode) ? DT_DIR : S_ISLNK(st.st_mode) ? DT_LNK : DT_REG;
-        }
-        if (type == DT_DIR) {
-            kind = EntryKind::Folder;
-        } else if (type == DT_LNK) {
-            struct stat st {};
-            if (fstatat(fd, e->d_name, &st, 0) == 0 && S_ISDIR(st.st_mode))
-                kind = EntryKind::LinkToFolder;
-        }
-        entries.push_back({name, kind});
-    }
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& a, const Entry& b) { return a.name < b.name; });
-    return true;
-}
 
 std::string Join(const std::string& folder, const std::string& name) {
     std::string path = folder;
@@ -87,16 +41,16 @@ bool EqualNoCase(const std::string& a, const std::string& b) {
 
 int CFileWalker::Walk(const std::string& folder) {
     int count = 0;
-    std::vector<Entry> entries;
+    std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries))
         return 0;
-    for (const Entry& e : entries) {
+    for (const FolderEntry& e : entries) {
         const std::string path = Join(folder, e.name);
         if (e.kind == EntryKind::Folder) {
             count += Walk(path);
             continue;
         }
-        if (e.kind == EntryKind::LinkToFolder)
+        if (e.kind != EntryKind::File)
             continue;
         // The filter looks at exactly the last four characters of the path,
         // so ".jpeg" doesn't pass ".jpg".
@@ -114,10 +68,10 @@ void CFileWalker::OnFile(const CFileFind&, int) {}
 
 int DeleteFolderContents(const std::string& folder) {
     int failures = 0;
-    std::vector<Entry> entries;
+    std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries))
         return 0;
-    for (const Entry& e : entries) {
+    for (const FolderEntry& e : entries) {
         const std::string path = Join(folder, e.name);
         if (e.kind == EntryKind::Folder) {
             failures += DeleteFolderContents(path);
@@ -166,11 +120,11 @@ bool IsFolder(const std::string& path) {
 }
 
 int CountFiles(const std::string& folder, const std::string& pattern) {
-    std::vector<Entry> entries;
+    std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries))
         return 0;
     int count = 0;
-    for (const Entry& e : entries)
+    for (const FolderEntry& e : entries)
         if (e.kind == EntryKind::File &&
             fnmatch(pattern.c_str(), e.name.c_str(), FNM_CASEFOLD) == 0)
             ++count;
@@ -183,10 +137,10 @@ void AppendBackslash(std::string& path) {
 }
 
 bool FolderHasFiles(const std::string& folder, const std::string& suffix) {
-    std::vector<Entry> entries;
+    std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries))
         return false;
-    for (const Entry& e : entries)
+    for (const FolderEntry& e : entries)
         if (e.kind == EntryKind::File && EndsWithNoCase(e.name, suffix))
             return true;
     return false;
@@ -194,10 +148,10 @@ bool FolderHasFiles(const std::string& folder, const std::string& suffix) {
 
 FolderContents CountFolderContents(const std::string& folder) {
     FolderContents contents;
-    std::vector<Entry> entries;
+    std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries))
         return contents;
-    for (const Entry& e : entries) {
+    for (const FolderEntry& e : entries) {
         if (e.kind == EntryKind::Folder) {
             ++contents.folders;
             const FolderContents below = CountFolderContents(Join(folder, e.name));

@@ -2,7 +2,9 @@
 // Folder walking and the small path helpers every command uses. Paths use "/"
 // as separator. Nothing here talks to the user or throws; a folder that can't
 // be entered counts as empty. Entries are visited sorted by name (byte order),
-// sub-folders in place, depth first, so that runs are repeatable.
+// sub-folders in place, depth first, so that runs are repeatable. What counts
+// as a file or a folder is ListFolder's rule (platform/folder_listing.h): a
+// FIFO is never opened, and a link to a folder is never entered.
 
 #include <string>
 

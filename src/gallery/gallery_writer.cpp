@@ -1,21 +1,17 @@
 #include "gallery/gallery_writer.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <filesystem>
-#include <system_error>
 
 #include "acquire/file_walker.h"
 #include "gallery/gallery_pages.h"
 #include "gallery/link_text.h"
 #include "gallery/page_file.h"
+#include "platform/folder_listing.h"
 #include "platform/user_seams.h"
 
 namespace tivox {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 std::string PageName(const char* stem, int number) {
     char name[40];
@@ -50,19 +46,12 @@ bool EndsInJpg(const std::string& name) {
 
 bool ListGalleryPictures(const std::string& folder, std::vector<std::string>& names) {
     names.clear();
-    std::error_code ec;
-    fs::directory_iterator it(folder, ec);
-    if (ec)
+    std::vector<FolderEntry> entries;
+    if (!ListFolder(folder, entries))
         return false;
-    for (; it != fs::directory_iterator(); it.increment(ec)) {
-        std::string name = it->path().filename().string();
-        std::error_code typeError;
-        if (EndsInJpg(name) && !it->is_directory(typeError))
-            names.push_back(std::move(name));
-    }
-    if (ec)
-        return false;
-    std::sort(names.begin(), names.end());
+    for (FolderEntry& e : entries)
+        if (e.kind == EntryKind::File && EndsInJpg(e.name))
+            names.push_back(std::move(e.name));
     return true;
 }
 

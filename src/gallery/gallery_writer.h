@@ -71,8 +71,9 @@ private:
     IPrompt& m_prompt;
 };
 
-// The names of the plain files in `folder` that end in ".jpg" (any case),
-// sorted by byte order. False when the folder cannot be read.
+// The names of the files in `folder` (as ListFolder tells them) that end in
+// ".jpg" (any case), sorted by byte order. False when the folder cannot be
+// read.
 bool ListGalleryPictures(const std::string& folder, std::vector<std::string>& names);
 
 } // namespace tivox

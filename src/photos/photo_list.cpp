@@ -1,18 +1,13 @@
 #include "photos/photo_list.h"
 
-#include <algorithm>
 #include <chrono>
-#include <filesystem>
 
 #include "photos/edit_host.h"
+#include "platform/folder_listing.h"
 
 namespace tivox {
 
 namespace {
-
-// Symbolic links may make a folder its own descendant; nobody keeps photos
-// this deep.
-constexpr int kMaxDepth = 64;
 
 bool EndsWithJpg(const std::string& name) {
     if (name.size() < 4)
@@ -45,7 +40,7 @@ void CPhotoList::Open(const std::string& folder) {
     std::string root = folder;
     if (root.empty() || root.back() != '/')
         root += '/';
-    Scan(root, 0);
+    Scan(root);
     stopRequested.store(0, std::memory_order_release);
     {
         std::lock_guard lock(m_lock);
@@ -56,33 +51,14 @@ void CPhotoList::Open(const std::string& folder) {
     worker = std::jthread([this, size = thumbnailSize] { RunWorker(size); });
 }
 
-void CPhotoList::Scan(const std::string& folder, int depth) {
-    namespace fs = std::filesystem;
-    if (depth > kMaxDepth)
-        return;
-    std::error_code ec;
-    fs::directory_iterator it(folder, ec);
-    if (ec)
-        return; // a folder that cannot be entered adds nothing
-    struct Entry {
-        std::string name;
-        bool isDir;
-    };
-    std::vector<Entry> entries;
-    for (; it != fs::directory_iterator(); it.increment(ec)) {
-        if (ec)
-            break;
-        std::error_code dirEc;
-        entries.push_back({it->path().filename().string(), it->is_directory(dirEc)});
-    }
-    // Byte order of the names, so runs repeat and date names come in order.
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& a, const Entry& b) { return a.name < b.name; });
-    for (const auto& e : entries) {
+void CPhotoList::Scan(const std::string& folder) {
+    std::vector<FolderEntry> entries;
+    ListFolder(folder, entries); // a folder that cannot be entered adds nothing
+    for (const FolderEntry& e : entries) {
         const std::string full = folder + e.name;
-        if (e.isDir) {
-            Scan(full + "/", depth + 1);
-        } else if (EndsWithJpg(e.name)) {
+        if (e.kind == EntryKind::Folder) {
+            Scan(full + "/");
+        } else if (e.kind == EntryKind::File && EndsWithJpg(e.name)) {
             auto photo = std::make_unique<CPhoto>();
             photo->SetPath(full);
             photos.push_back(std::move(photo));

@@ -40,8 +40,9 @@ public:
     void SetWindow(IEditHost* host) { window.store(host, std::memory_order_release); }
 
     // Scans `folder` (sorted by name, sub-folders in place, depth first,
-    // files ending in ".jpg" in any case; no file is opened) and starts the
-    // worker. A folder that cannot be entered gives an empty list.
+    // files ending in ".jpg" in any case, as ListFolder tells files and
+    // folders; no file is opened) and starts the worker. A folder that
+    // cannot be entered gives an empty list.
     void Open(const std::string& folder);
     // Stops and joins the worker, deletes every photo. The cursor stays and
     // must be reset before use.
@@ -70,7 +71,7 @@ public:
     std::atomic<std::int32_t> stopRequested{0};
 
 private:
-    void Scan(const std::string& folder, int depth);
+    void Scan(const std::string& folder);
     void RunWorker(Size size);
     void RemoveAt(std::size_t index);
     void JoinWorker();

@@ -42,10 +42,18 @@ TEST(FileWalker, EmptyMissingClosedAndLinkedFolders) {
     RecordingWalker walker(".jpg");
     EXPECT_EQ(walker.Walk(dir.File("empty")), 0);
     EXPECT_EQ(walker.Walk(dir.File("missing")), 0);
-    // A link back up the tree would make the walk endless; it is passed over.
+    // A link to a file counts; a link to a folder is not entered (one back
+    // up the tree would make the walk endless); a FIFO, which would stall the
+    // copy that opens it, and a dangling link are passed over.
     PutFile(dir.File("loop/a.jpg"), "a");
     ASSERT_EQ(symlink("..", dir.File("loop/up").c_str()), 0);
-    EXPECT_EQ(walker.Walk(dir.File("loop")), 1);
+    ASSERT_EQ(symlink(".", dir.File("loop/self.jpg").c_str()), 0);
+    ASSERT_EQ(symlink("a.jpg", dir.File("loop/b.jpg").c_str()), 0);
+    ASSERT_EQ(symlink("gone.jpg", dir.File("loop/c.jpg").c_str()), 0);
+    ASSERT_EQ(mkfifo(dir.File("loop/d.jpg").c_str(), 0600), 0);
+    EXPECT_EQ(walker.Walk(dir.File("loop")), 2);
+    EXPECT_EQ(walker.calls, (Names{"a.jpg 1", "b.jpg 2"}));
+    EXPECT_EQ(CountFiles(dir.File("loop"), "*.jpg"), 2);
 
     // A folder that can't be entered counts as empty. Root enters every
     // folder, so the walk runs as an ordinary user.

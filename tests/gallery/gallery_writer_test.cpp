@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "gallery/gallery_writer.h"
@@ -169,6 +171,7 @@ TEST(GalleryWriter, PicturesComeInByteOrderAndOnlyJpgFilesCount) {
     TempDir dir;
     MakePictureFolders(dir.path(), {"b.jpg", "B.JPG", "a.Jpg", "c.jpeg", "d.jpg.bak", ".jpg"});
     std::filesystem::create_directories(dir.File("pics/thumbs/folder.jpg"));
+    ASSERT_EQ(mkfifo(dir.File("pics/thumbs/fifo.jpg").c_str(), 0600), 0);
     ScriptedPrompt prompt;
     CGalleryWriter writer(dir.path(), "", {4, 4}, {1, 1}, prompt);
     ASSERT_TRUE(writer.Write());
@@ -178,7 +181,7 @@ TEST(GalleryWriter, PicturesComeInByteOrderAndOnlyJpgFilesCount) {
     EXPECT_LT(at("thumbs/.jpg"), at("thumbs/B.JPG"));
     EXPECT_LT(at("thumbs/B.JPG"), at("thumbs/a.Jpg"));
     EXPECT_LT(at("thumbs/a.Jpg"), at("thumbs/b.jpg"));
-    for (const char* left : {"c.jpeg", "folder.jpg", "d.jpg.bak"})
+    for (const char* left : {"c.jpeg", "folder.jpg", "fifo.jpg", "d.jpg.bak"})
         EXPECT_EQ(at(left), std::string::npos) << left;
 }
 

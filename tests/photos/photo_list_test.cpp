@@ -1,6 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
+#include <functional>
+#include <future>
 
 #include "photos/photo_list.h"
 #include "support/fake_edit_host.h"
@@ -10,6 +16,25 @@ namespace tivox {
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+// The list's paths below `root`.
+Names ListedBelow(const CPhotoList& list, const std::string& root) {
+    Names names;
+    for (int i = 0; i < list.Count(); ++i)
+        names.push_back(list.PhotoAt(i)->path.substr(root.size() + 1));
+    return names;
+}
+
+// Opens and closes the writing end of a FIFO until `done`: a reader stuck in
+// opening it (the fault under test) goes on, so a failing test still ends.
+void ReleaseFifoUntil(const std::string& fifo, const std::function<bool()>& done) {
+    while (!done()) {
+        const int fd = open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+        if (fd >= 0)
+            close(fd);
+    }
+}
 
 TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
     test::TempDir dir;
@@ -21,11 +46,8 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
     for (const std::string& folder : {dir.path(), dir.path() + "/"}) {
         CPhotoList list;
         list.Open(folder);
-        std::vector<std::string> names;
-        for (int i = 0; i < list.Count(); ++i)
-            names.push_back(list.PhotoAt(i)->path.substr(dir.path().size() + 1));
-        EXPECT_EQ(names, (std::vector<std::string>{"a.jpg", "b.JPG", "m/deep/k.jpg", "m/y.jpg",
-                                                   "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"}));
+        EXPECT_EQ(ListedBelow(list, dir.path()), (Names{"a.jpg", "b.JPG", "m/deep/k.jpg", "m/y.jpg",
+                                                        "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"}));
     }
     for (const std::string& folder : {dir.File("empty"), dir.File("missing")}) {
         CPhotoList list;
@@ -36,6 +58,38 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgInAnyCase) {
         EXPECT_EQ(list.PhotoAt(0), nullptr);
         EXPECT_TRUE(list.WaitWorker(5000));
     }
+}
+
+// A link to a folder would list the photos again and again (two links back
+// to the folder: without end); a FIFO would hold the worker forever.
+TEST(PhotoList, LinksToFoldersAndFifosAreNotFollowed) {
+    test::TempDir dir;
+    ASSERT_TRUE(test::WriteFile(dir.File("a.jpg"), test::MakeJpeg(test::Picture(16, 16))));
+    fs::create_directory(dir.File("m"));
+    ASSERT_TRUE(test::WriteFile(dir.File("m/b.jpg"), {}));
+    fs::create_directory_symlink(".", dir.File("self"));
+    fs::create_directory_symlink("m", dir.File("m2"));
+    fs::create_symlink("a.jpg", dir.File("c.jpg"));
+    const std::string fifo = dir.File("x.jpg");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    CPhotoList list;
+    list.Open(dir.path());
+    EXPECT_EQ(ListedBelow(list, dir.path()), (Names{"a.jpg", "c.jpg", "m/b.jpg"}));
+    EXPECT_TRUE(list.WaitWorker(5000));
+    ReleaseFifoUntil(fifo, [&] { return list.WaitWorker(100); });
+
+    // Named directly, a FIFO is refused at once, with its name.
+    auto load = std::async(std::launch::async, [&] {
+        Bitmap picture;
+        std::string error;
+        return CScaledLoader().LoadFull(fifo, picture, error) ? std::string() : error;
+    });
+    const bool quick = load.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
+    ReleaseFifoUntil(fifo, [&] {
+        return load.wait_for(std::chrono::milliseconds(100)) == std::future_status::ready;
+    });
+    EXPECT_TRUE(quick);
+    EXPECT_NE(load.get().find(fifo), std::string::npos);
 }
 
 // The thumbnail worker against the list and the files changing under it.
