@@ -48,6 +48,10 @@
         <translation>Der Galerieordner %s ist der Fotoordner oder sein Sicherungsordner, enthält einen davon oder liegt darin, und eine Galerie leert ihren Ordner zuerst. Es wurde nichts gelöscht. Bitte wählen Sie einen anderen Basisordner für HTML-Galerien.</translation>
     </message>
     <message>
+        <source>The folder %s holds files that no gallery run wrote, and a gallery empties its folder first. Delete everything in it and write the gallery there?</source>
+        <translation>Der Ordner %s enthält Dateien, die keine Galerie geschrieben hat, und eine Galerie leert ihren Ordner zuerst. Alles darin löschen und die Galerie dort schreiben?</translation>
+    </message>
+    <message>
         <source>Writing the gallery pictures</source>
         <translation>Die Bilder der Galerie werden geschrieben</translation>
     </message>

@@ -1,9 +1,10 @@
 // tivox-batch gallery --photos DIR --out DIR [--title T] [--photo WxH] [--thumb WxH]
-//                     [--photo-tiles XxY] [--thumb-tiles XxY] [--quality Q]
+//                     [--photo-tiles XxY] [--thumb-tiles XxY] [--quality Q] [--force]
 //
 // The HTML gallery of every photo of a folder, as "All" chooses them, into
 // the gallery folder OUT (emptied first; refused when it holds or lies in the
-// photo folder or its backup). Messages go to standard error.
+// photo folder or its backup, and, unless --force, when it holds files and
+// no gallery run made it). Messages go to standard error.
 
 #include <cstdio>
 #include <string>
@@ -21,16 +22,23 @@ namespace tivox::batch {
 
 namespace {
 
-// The gallery asks nothing in a walk over all photos; what it has to say
-// (a photo that could not be copied, a page that could not be written) is
-// printed.
+// The one question of a walk over all photos is whether to empty a folder
+// that no gallery run made: --force answers Yes, else the run stops there
+// and says why. What else the gallery has to say (a photo that could not be
+// copied, a page that could not be written) is printed.
 class ReportingPrompt final : public IPrompt {
 public:
+    explicit ReportingPrompt(bool force) : m_force(force) {}
     PromptAnswer Ask(const UiText& text, PromptIcon, PromptButtons buttons, PromptAnswer,
                      const UiText&) override {
+        if (buttons != PromptButtons::Ok)
+            return m_force ? PromptAnswer::Yes : PromptAnswer::No;
         std::fprintf(stderr, "tivox-batch gallery: %s\n", RenderUiText(text).c_str());
-        return buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::No;
+        return PromptAnswer::Ok;
     }
+
+private:
+    bool m_force;
 };
 
 // What the image operations need of the full-screen window, without one.
@@ -77,6 +85,7 @@ int RunGallery(const Args& arguments) {
     if (!TakeOption(args, "--photos", photos) || !TakeOption(args, "--out", out))
         return UsageError("gallery");
     TakeOption(args, "--title", form.m_title);
+    const bool force = TakeFlag(args, "--force");
     if (TakeOption(args, "--quality", qualityText) &&
         (!ParseInt(qualityText, quality) || quality < 1 || quality > 100))
         return UsageError("gallery");
@@ -99,7 +108,7 @@ int RunGallery(const Args& arguments) {
     FolderHost host(list, quality);
     CImageProcessor processor;
     processor.SetWindow(&host);
-    ReportingPrompt prompt;
+    ReportingPrompt prompt(force);
     NullBusyIndicator busy;
     NullStepProgress progress;
     ProcessScope scope;
@@ -121,6 +130,12 @@ int RunGallery(const Args& arguments) {
         if (report.pictures > 0)
             std::printf("open %s/thumbs1.html\n", report.folder.c_str());
         return report.failures.empty() ? kExitOk : kExitFailure;
+    case GalleryOutcome::Kept:
+        std::fprintf(stderr,
+                     "tivox-batch gallery: %s holds files that no gallery run wrote, and a "
+                     "gallery empties its folder first; nothing was deleted (--force empties it)\n",
+                     report.folder.c_str());
+        break;
     case GalleryOutcome::PagesFailed:
     case GalleryOutcome::Cancelled:
     case GalleryOutcome::Refused:

@@ -1,5 +1,7 @@
 #include "gallery/gallery_command.h"
 
+#include <optional>
+
 #include "acquire/file_walker.h"
 #include "gallery/gallery_folder.h"
 #include "gallery/gallery_writer.h"
@@ -69,10 +71,12 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         return report;
     }
 
-    BusyScope busy(m_busy);
+    std::optional<BusyScope> busy(std::in_place, m_busy);
     if (m_readControls)
         m_readControls();
     std::string folder = galleryFolder.empty() ? GetGalleryFolder() : galleryFolder;
+    while (folder.size() > 1 && folder.back() == '/')
+        folder.pop_back();
     report.folder = folder;
     if (folder.empty())
         return report;
@@ -80,7 +84,7 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
     // A gallery run empties its folder: it must not hold or be held by the
     // photos or their backup. Checked before anything is deleted.
     if (GalleryFolderEndangersPhotos(folder, m_photoFolder)) {
-        busy.End();
+        busy.reset();
         Tell({TIVOX_TR("The gallery folder %s is, holds or lies inside the photo folder or its "
                        "backup folder, and a gallery empties its folder first. Nothing was "
                        "deleted. Please choose another base folder for HTML galleries."),
@@ -90,16 +94,36 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         return report;
     }
 
+    // Any other folder may hold what the user keeps there (another photo
+    // folder, say): it is emptied only when the user says so.
+    if (!GalleryMayEmpty(folder)) {
+        busy.reset();
+        if (m_prompt.Ask({TIVOX_TR("The folder %s holds files that no gallery run wrote, and a "
+                                   "gallery empties its folder first. Delete everything in it and "
+                                   "write the gallery there?"),
+                          {folder}},
+                         PromptIcon::Warning, PromptButtons::YesNo, PromptAnswer::No,
+                         {TIVOX_TR("Confirm"), {}}) != PromptAnswer::Yes) {
+            report.outcome = GalleryOutcome::Kept;
+            return report;
+        }
+        busy.emplace(m_busy);
+    }
+
     // An earlier gallery goes with all its subfolders; the folder stays.
-    // Missing parents of the gallery folder are made along with it.
+    // Missing parents of the gallery folder are made along with it. The
+    // marker goes in before any picture, so that an interrupted run is still
+    // known as a gallery's next time.
     if (PathExists(folder))
         DeleteFolderContents(folder);
     const std::string gallery = folder;
     AppendBackslash(folder);
     const std::string pics = folder + "pics";
     const std::string thumbs = pics + "/thumbs";
-    if (!CreateFolderWithParents(thumbs) || !IsFolder(gallery) || !IsFolder(pics)) {
-        busy.End();
+    std::string markError;
+    if (!CreateFolderWithParents(thumbs) || !IsFolder(gallery) || !IsFolder(pics) ||
+        !MarkGalleryFolder(gallery, markError)) {
+        busy.reset();
         Tell({TIVOX_TR("Error creating gallery directories"), {}}, TIVOX_TR("Error"));
         report.outcome = GalleryOutcome::FolderError;
         return report;
@@ -128,7 +152,7 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         report.thumbPages = report.pictures ? writer.ThumbPageCount() : 0;
         report.photoPages = report.pictures ? writer.PhotoPageCount() : 0;
     }
-    busy.End();
+    busy.reset();
     ReportFailures(report.failures, m_prompt, m_translate);
     return report;
 }

@@ -26,6 +26,7 @@ struct COperation;
 enum class GalleryOutcome {
     Declined,    // "Current" was asked about and the answer was No
     Refused,     // the gallery folder overlaps the photo or backup folder
+    Kept,        // no gallery run made the folder, and the answer was No
     FolderError, // a folder could not be created
     NoFolder,    // no gallery folder to work in (empty path)
     Written,     // pictures and pages are there (maybe none: nothing chosen)

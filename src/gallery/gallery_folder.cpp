@@ -1,7 +1,12 @@
 #include "gallery/gallery_folder.h"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <system_error>
+
+#include "acquire/file_walker.h"
+#include "platform/atomic_file.h"
 
 namespace tivox {
 
@@ -69,6 +74,22 @@ bool GalleryFolderEndangersPhotos(const std::string& galleryFolder,
     if (photo.empty())
         return false;
     return FoldersOverlap(galleryFolder, photo) || FoldersOverlap(galleryFolder, photo + "_bak");
+}
+
+bool GalleryMayEmpty(const std::string& folder) {
+    struct stat st {};
+    if (stat(folder.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+        return true; // nothing there to lose
+    const std::string marker = folder + "/" + kGalleryMarkerName;
+    return (lstat(marker.c_str(), &st) == 0 && S_ISREG(st.st_mode)) ||
+           CountFolderContents(folder).Empty();
+}
+
+bool MarkGalleryFolder(const std::string& folder, std::string& error) {
+    static constexpr char kText[] = "A TivoxPlus gallery. The next gallery run into this folder "
+                                    "deletes everything in it.\n";
+    return WriteWholeFile(folder + "/" + kGalleryMarkerName,
+                          reinterpret_cast<const std::uint8_t*>(kText), sizeof kText - 1, error);
 }
 
 bool CreateFolderWithParents(const std::string& folder) {

@@ -110,6 +110,17 @@ TEST_F(BatchGallery, WrongArgumentsAndFoldersFailAndDeleteNothing) {
         EXPECT_TRUE(Exists(photos + "/1.jpg"));
         EXPECT_FALSE(Exists(inside + "/pics"));
     }
+    // A folder that no gallery run made (here another photo folder) is kept
+    // unless --force says to empty it.
+    const std::string other = dir.File("other");
+    WritePhoto(other + "/2.jpg", 40, 30);
+    run = RunBatch({"gallery", "--photos", photos, "--out", other});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.output.find(other + " holds files"), std::string::npos) << run.output;
+    EXPECT_TRUE(Exists(other + "/2.jpg"));
+    run = RunBatch({"gallery", "--photos", photos, "--out", other, "--force"});
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_FALSE(Exists(other + "/2.jpg"));
 }
 
 } // namespace

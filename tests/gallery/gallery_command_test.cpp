@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "gallery/gallery_folder.h"
 #include "gallery_test_support.h"
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
@@ -43,6 +44,12 @@ protected:
         command.m_photoFolder = photos;
     }
     GalleryOutcome Create() { return command.OnCreateGallery(pass.Bind()).outcome; }
+    // A gallery folder as an earlier run left it, with an old page.
+    void EarlierGallery() {
+        test::PutFile(gallery + "/thumbs1.html", "old");
+        std::string error;
+        ASSERT_TRUE(MarkGalleryFolder(gallery, error)) << error;
+    }
 
     test::TempDir dir;
     const std::string photos = dir.File("Pictures/2004");
@@ -84,12 +91,31 @@ TEST_F(GalleryCommandTest, ASecondRunWithFewerPhotosLeavesNoTrace) {
     pass.chosen = {"IMG_0003.jpg"};
     EXPECT_EQ(Create(), GalleryOutcome::Written);
     EXPECT_EQ(test::TreeNames(gallery),
-              (Names{"photo1.html", "pics/", "pics/IMG_0003.jpg", "pics/thumbs/",
-                     "pics/thumbs/IMG_0003.jpg", "thumbs1.html"}));
+              (Names{kGalleryMarkerName, "photo1.html", "pics/", "pics/IMG_0003.jpg",
+                     "pics/thumbs/", "pics/thumbs/IMG_0003.jpg", "thumbs1.html"}));
+    EXPECT_TRUE(prompt.Texts().empty());
+}
+
+// Another photo folder named as the gallery folder once lost its photos.
+TEST_F(GalleryCommandTest, AFolderNoGalleryRunMadeIsEmptiedOnlyAfterYes) {
+    test::PutFile(gallery + "/IMG_9.jpg", "mine");
+    prompt.answers = {PromptAnswer::No};
+    EXPECT_EQ(Create(), GalleryOutcome::Kept);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_NE(prompt.Texts()[0].find(gallery + " holds files"), std::string::npos);
+    EXPECT_EQ(prompt.shown[0].defaultAnswer, PromptAnswer::No);
+    EXPECT_EQ(test::TreeNames(gallery), (Names{"IMG_9.jpg"}));
+    EXPECT_TRUE(pass.operations.empty());
+    EXPECT_EQ(busy.depth, 0);
+
+    EXPECT_EQ(Create(), GalleryOutcome::Written); // Yes
+    EXPECT_FALSE(Exists(gallery + "/IMG_9.jpg"));
+    EXPECT_EQ(prompt.Texts().size(), 2u);
+    EXPECT_EQ(busy.depth, 0);
 }
 
 TEST_F(GalleryCommandTest, NothingChosenOrNoFolderNameWritesNoPage) {
-    test::PutFile(gallery + "/thumbs1.html", "old");
+    EarlierGallery();
     const GalleryReport report = command.OnCreateGallery(pass.Bind());
     EXPECT_EQ(report.outcome, GalleryOutcome::Written);
     EXPECT_EQ(report.pictures, 0);
@@ -105,7 +131,7 @@ TEST_F(GalleryCommandTest, NothingChosenOrNoFolderNameWritesNoPage) {
 }
 
 TEST_F(GalleryCommandTest, CurrentPhotoAsksFirstAndNoLeavesEverything) {
-    test::PutFile(gallery + "/thumbs1.html", "old");
+    EarlierGallery();
     prompt.answers = {PromptAnswer::No};
     command.m_processCurrent = true;
     bool controlsRead = false;
@@ -191,8 +217,9 @@ TEST_F(GalleryCommandTest, BrokenPhotosAreToldOnceAtTheEndAndCancelWritesNoPage)
     progress.cancelAfter = 5;
     report = command.OnCreateGallery(realPass);
     EXPECT_EQ(report.outcome, GalleryOutcome::Cancelled);
-    EXPECT_EQ(test::TreeNames(gallery), (Names{"pics/", "pics/IMG_1.jpg", "pics/thumbs/",
-                                               "pics/thumbs/IMG_1.jpg", "pics/thumbs/IMG_4.jpg"}));
+    EXPECT_EQ(test::TreeNames(gallery),
+              (Names{kGalleryMarkerName, "pics/", "pics/IMG_1.jpg", "pics/thumbs/",
+                     "pics/thumbs/IMG_1.jpg", "pics/thumbs/IMG_4.jpg"}));
     EXPECT_EQ(prompt.Texts().size(), 2u);
     EXPECT_TRUE(progress.runs[1].ended);
     EXPECT_EQ(busy.depth, 0);
