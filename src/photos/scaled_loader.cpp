@@ -24,8 +24,10 @@ bool CScaledLoader::DecodeCovering(const std::string& path, Size target, Bitmap&
             error = "picture too small for the box";
             return false;
         }
-        if (!m_decoder.Decode(fitted, decoded, info, error))
+        if (!m_decoder.Decode(fitted, decoded, info, error)) {
+            source = {};
             return false;
+        }
     }
     return true;
 }
@@ -48,13 +50,15 @@ bool CScaledLoader::LoadInto(const std::string& path, Size target, Bitmap& out, 
     return true;
 }
 
-bool CScaledLoader::LoadFull(const std::string& path, Bitmap& out, std::string& error) {
+bool CScaledLoader::LoadFull(const std::string& path, Bitmap& out, std::string& error,
+                             bool refuseDamaged) {
     Size source;
-    if (!DecodeCovering(path, {}, out, source, error)) {
+    m_decoder.RefuseDamagedData(refuseDamaged);
+    const bool ok = DecodeCovering(path, {}, out, source, error);
+    m_decoder.RefuseDamagedData(false);
+    if (!ok)
         out.Release();
-        return false;
-    }
-    return true;
+    return ok;
 }
 
 } // namespace tivox

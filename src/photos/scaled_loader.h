@@ -27,8 +27,10 @@ public:
                   std::string& error);
 
     // The whole picture at full resolution, decoded straight into `out`,
-    // whose buffer is reused when it is large enough.
-    bool LoadFull(const std::string& path, Bitmap& out, std::string& error);
+    // whose buffer is reused when it is large enough. With `refuseDamaged`
+    // truncated or corrupt data fails instead of coming back partly grey.
+    bool LoadFull(const std::string& path, Bitmap& out, std::string& error,
+                  bool refuseDamaged = false);
 
 private:
     // Fills `decoded` at the smallest scale that covers `target` fitted; an

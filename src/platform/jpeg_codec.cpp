@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <limits>
+#include <memory>
 
 #include "platform/atomic_file.h"
 
@@ -58,7 +60,63 @@ void ReadJfifDensity(const std::uint8_t* data, std::size_t size, JpegInfo& info)
     info.dpiY = float(yd) * scale;
 }
 
+// Whether decoding the data keeps every coefficient of the picture in memory
+// at once: a progressive file, or one whose first scan leaves components for
+// later scans. Data whose markers cannot be followed counts as such.
+bool NeedsWholeCoefficients(const std::uint8_t* data, std::size_t size) {
+    int components = 0;
+    std::size_t pos = 2;
+    while (pos + 4 <= size) {
+        if (data[pos] != 0xFF)
+            return true;
+        const std::uint8_t marker = data[pos + 1];
+        if (marker == 0xFF || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8)) {
+            pos += marker == 0xFF ? 1 : 2; // fill byte, or a marker without length
+            continue;
+        }
+        const std::size_t length = Be16(data + pos + 2);
+        const bool frame =
+            marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        if (frame && pos + 10 <= size) {
+            if ((marker & 0x3) == 2) // SOF2, SOF6, SOF10, SOF14
+                return true;
+            components = data[pos + 9];
+        }
+        if (marker == 0xDA)
+            return pos + 5 > size || data[pos + 4] < components;
+        pos += 2 + length;
+    }
+    return true;
+}
+
+// The bytes of a whole-picture coefficient buffer: 64 two-byte coefficients
+// per 8x8 block of each component, the picture padded to whole MCUs. In the
+// subsamplings TurboJPEG accepts, a chroma component has one block per MCU.
+std::int64_t CoefficientBytes(const JpegInfo& info) {
+    if (info.subsampling < 0 || info.subsampling >= TJ_NUMSAMP)
+        return std::numeric_limits<std::int64_t>::max();
+    const int mcuW = tjMCUWidth[info.subsampling], mcuH = tjMCUHeight[info.subsampling];
+    const std::int64_t mcus = (std::int64_t(info.width) + mcuW - 1) / mcuW *
+                              ((std::int64_t(info.height) + mcuH - 1) / mcuH);
+    const bool fourInks =
+        info.colorspace == JpegColorspace::Cmyk || info.colorspace == JpegColorspace::Ycck;
+    const int full = info.subsampling == TJSAMP_GRAY ? 1 : fourInks ? 2 : 1;
+    const int chroma = info.subsampling == TJSAMP_GRAY ? 0 : 2;
+    return mcus * (full * (mcuW / 8) * (mcuH / 8) + chroma) * 64 * 2;
+}
+
 } // namespace
+
+UiText ReadErrorText(const std::string& path, const std::string& cause) {
+    if (cause == kJpegTooLarge)
+        return {TIVOX_TR("Could not read %s: the picture is too large for the memory budget."),
+                {path}};
+    if (cause == kJpegDamaged)
+        return {TIVOX_TR("Could not read %s: the JPEG data is damaged or incomplete."), {path}};
+    if (cause == kJpegUnreadable)
+        return {TIVOX_TR("Could not read %s: it is not a readable JPEG picture."), {path}};
+    return {TIVOX_TR("Could not read %s: %s"), {path, cause}};
+}
 
 Size ScaledDecodeSize(Size source, Size target) {
     int count = 0;
@@ -87,6 +145,29 @@ JpegDecoder::~JpegDecoder() {
         tjDestroy(static_cast<tjhandle>(m_handle));
 }
 
+void JpegDecoder::Restart() {
+    if (m_handle)
+        tjDestroy(static_cast<tjhandle>(m_handle));
+    m_handle = tjInitDecompress();
+}
+
+int JpegDecoder::Flags() const {
+    // A progressive file of thousands of tiny scans would take minutes.
+    return TJFLAG_LIMITSCANS | (m_refuseDamaged ? TJFLAG_STOPONWARNING : 0);
+}
+
+bool JpegDecoder::Failed(int rc, std::string& error) {
+    if (rc == 0)
+        return false;
+    const bool warning = tjGetErrorCode(static_cast<tjhandle>(m_handle)) == TJERR_WARNING;
+    Restart();
+    // A warning (damaged or truncated data) still leaves a picture.
+    if (warning && !m_refuseDamaged)
+        return false;
+    error = kJpegDamaged;
+    return true;
+}
+
 bool JpegDecoder::LoadFile(const std::string& path, std::string& error) {
     return ReadWholeFile(path, m_buffer, error);
 }
@@ -100,11 +181,12 @@ bool JpegDecoder::ReadHeader(JpegInfo& info, std::string& error) {
     int w = 0, h = 0, sub = 0, cs = 0;
     if (tjDecompressHeader3(static_cast<tjhandle>(m_handle), m_buffer.data(),
                             static_cast<unsigned long>(m_buffer.size()), &w, &h, &sub, &cs) != 0) {
-        error = "not a readable JPEG: " + TjError(m_handle);
+        Restart();
+        error = kJpegUnreadable;
         return false;
     }
     if (w <= 0 || h <= 0) {
-        error = "JPEG without a picture size";
+        error = kJpegUnreadable;
         return false;
     }
     info.width = w;
@@ -125,14 +207,22 @@ bool JpegDecoder::Decode(Size target, Bitmap& out, JpegInfo& info, std::string& 
     const std::int64_t blocks =
         (std::int64_t(info.width) + 7) / 8 * ((std::int64_t(info.height) + 7) / 8);
     if (std::int64_t(m_buffer.size()) * 64 < blocks) {
-        error = "JPEG data far too short for its picture size";
+        error = kJpegDamaged;
         return false;
     }
     const Size want =
         target.width > 0 && target.height > 0 ? target : Size{info.width, info.height};
     const Size scaled = ScaledDecodeSize({info.width, info.height}, want);
-    if (std::int64_t(scaled.width) * scaled.height * 4 > budget) {
-        error = "picture too large for the memory budget";
+    const bool cmyk =
+        info.colorspace == JpegColorspace::Cmyk || info.colorspace == JpegColorspace::Ycck;
+    const std::int64_t pixels = std::int64_t(scaled.width) * scaled.height;
+    // The bitmap, the CMYK scratch, and the coefficients that a progressive
+    // decode keeps for the whole picture, whatever the output scale.
+    const std::int64_t need =
+        pixels * 4 * (cmyk ? 2 : 1) +
+        (NeedsWholeCoefficients(m_buffer.data(), m_buffer.size()) ? CoefficientBytes(info) : 0);
+    if (need > budget) {
+        error = kJpegTooLarge;
         return false;
     }
     if (!out.Reset(scaled.width, scaled.height, budget)) {
@@ -140,14 +230,12 @@ bool JpegDecoder::Decode(Size target, Bitmap& out, JpegInfo& info, std::string& 
         return false;
     }
     out.SetResolution(info.dpiX, info.dpiY);
-    if (info.colorspace == JpegColorspace::Cmyk || info.colorspace == JpegColorspace::Ycck)
+    if (cmyk)
         return DecodeCmyk(scaled, out, error);
     const int rc = tjDecompress2(static_cast<tjhandle>(m_handle), m_buffer.data(),
                                  static_cast<unsigned long>(m_buffer.size()), out.Data(),
-                                 scaled.width, out.Stride(), scaled.height, TJPF_BGRA, 0);
-    // A warning (damaged or truncated data) still leaves a picture.
-    if (rc != 0 && tjGetErrorCode(static_cast<tjhandle>(m_handle)) != TJERR_WARNING) {
-        error = "JPEG decoding failed: " + TjError(m_handle);
+                                 scaled.width, out.Stride(), scaled.height, TJPF_BGRA, Flags());
+    if (Failed(rc, error)) {
         out.Release();
         return false;
     }
@@ -159,9 +247,8 @@ bool JpegDecoder::DecodeCmyk(Size scaled, Bitmap& out, std::string& error) {
     m_cmyk.resize(bytes);
     const int rc = tjDecompress2(static_cast<tjhandle>(m_handle), m_buffer.data(),
                                  static_cast<unsigned long>(m_buffer.size()), m_cmyk.data(),
-                                 scaled.width, scaled.width * 4, scaled.height, TJPF_CMYK, 0);
-    if (rc != 0 && tjGetErrorCode(static_cast<tjhandle>(m_handle)) != TJERR_WARNING) {
-        error = "JPEG decoding failed: " + TjError(m_handle);
+                                 scaled.width, scaled.width * 4, scaled.height, TJPF_CMYK, Flags());
+    if (Failed(rc, error)) {
         out.Release();
         return false;
     }
@@ -236,11 +323,29 @@ bool JpegEncoder::Encode(const Bitmap& image, int quality, std::vector<std::uint
 }
 
 bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
-                   std::vector<std::uint8_t>& out, bool& perfect, std::string& error) {
+                   std::vector<std::uint8_t>& out, bool& perfect, std::string& error,
+                   std::int64_t budget) {
     perfect = false;
-    tjhandle handle = tjInitTransform();
+    std::unique_ptr<void, int (*)(tjhandle)> owner(tjInitTransform(), tjDestroy);
+    tjhandle handle = owner.get();
     if (!handle) {
         error = "the JPEG transformer could not be started";
+        return false;
+    }
+    JpegInfo info;
+    int sub = 0, cs = 0;
+    if (tjDecompressHeader3(handle, data, static_cast<unsigned long>(size), &info.width,
+                            &info.height, &sub, &cs) != 0 ||
+        info.width <= 0 || info.height <= 0) {
+        error = kJpegUnreadable;
+        return false;
+    }
+    info.subsampling = sub;
+    info.colorspace = FromTj(cs);
+    // The transform reads every coefficient of the source and builds the
+    // turned picture's beside them, whatever the file's coding.
+    if (CoefficientBytes(info) > budget / 2) {
+        error = kJpegTooLarge;
         return false;
     }
     tjtransform t{};
@@ -268,17 +373,18 @@ bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
         t.options = attempt == 0 ? TJXOPT_PERFECT : TJXOPT_TRIM;
         unsigned char* dst = nullptr;
         unsigned long dstSize = 0;
-        if (tjTransform(handle, data, static_cast<unsigned long>(size), 1, &dst, &dstSize, &t, 0) ==
-            0) {
+        // Damaged data is a failure (no partial picture is ever written
+        // over a photo); so is an imperfect picture on the first attempt.
+        if (tjTransform(handle, data, static_cast<unsigned long>(size), 1, &dst, &dstSize, &t,
+                        TJFLAG_LIMITSCANS | TJFLAG_STOPONWARNING) == 0) {
             out.assign(dst, dst + dstSize);
             perfect = attempt == 0;
             ok = true;
         } else {
-            error = "lossless JPEG transform failed: " + std::string(tjGetErrorStr2(handle));
+            error = kJpegDamaged;
         }
         tjFree(dst);
     }
-    tjDestroy(handle);
     return ok;
 }
 

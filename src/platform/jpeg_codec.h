@@ -12,6 +12,7 @@
 
 #include "platform/bitmap.h"
 #include "platform/geometry.h"
+#include "platform/ui_text.h"
 
 namespace tivox {
 
@@ -25,6 +26,15 @@ struct JpegInfo {
     float dpiX = 96.0f;   // from the JFIF header when it names one
     float dpiY = 96.0f;
 };
+
+// The causes the codec gives in `error` besides those of the file system.
+inline constexpr char kJpegTooLarge[] = "picture too large for the memory budget";
+inline constexpr char kJpegDamaged[] = "damaged or incomplete JPEG data";
+inline constexpr char kJpegUnreadable[] = "not a readable JPEG picture";
+
+// "Could not read PATH: CAUSE" for a `cause` given by the codec (or by a
+// file read), as one translatable sentence per cause the codec knows.
+UiText ReadErrorText(const std::string& path, const std::string& cause);
 
 // The decoded size when a `source` picture is decoded at the smallest DCT
 // scale (1/8, 1/4, 3/8, 1/2, ... 1) whose result still covers `target` in both
@@ -48,11 +58,18 @@ public:
     // Decodes the buffer into `out` as opaque BGRA at the smallest DCT scale
     // that still covers `target` (a zero target means full size). Grayscale,
     // CMYK and progressive pictures decode. Damaged data gives what the
-    // decoder could recover; failure only when nothing usable came out. A
-    // bitmap above `budget` is refused before anything is allocated. `out`
-    // keeps its buffer when it is large enough.
+    // decoder could recover, unless RefuseDamagedData is set; failure only
+    // when nothing usable came out. A picture whose decode would take more
+    // than `budget` (the bitmap, and the whole-picture coefficient buffers of
+    // a progressive or multi-scan file even when the output is scaled) is
+    // refused before anything is allocated. `out` keeps its buffer when it
+    // is large enough. After any failure the next call starts afresh.
     bool Decode(Size target, Bitmap& out, JpegInfo& info, std::string& error,
                 std::int64_t budget = kDefaultBitmapBudget);
+
+    // With `refuse`, Decode fails on data that TurboJPEG can only partly
+    // decode (truncated or corrupt), instead of filling the rest with grey.
+    void RefuseDamagedData(bool refuse) { m_refuseDamaged = refuse; }
 
     // LoadFile, then Decode.
     bool DecodeFile(const std::string& path, Size target, Bitmap& out, JpegInfo& info,
@@ -60,8 +77,16 @@ public:
 
 private:
     bool DecodeCmyk(Size scaled, Bitmap& out, std::string& error);
+    // Whether TurboJPEG's result `rc` is a failure; sets `error` and starts
+    // a fresh handle when it is.
+    bool Failed(int rc, std::string& error);
+    int Flags() const;
+    // A fresh TurboJPEG handle: some header errors leave the old one refusing
+    // every later file.
+    void Restart();
 
     void* m_handle = nullptr;
+    bool m_refuseDamaged = false;
     std::vector<std::uint8_t> m_buffer;
     std::vector<std::uint8_t> m_cmyk; // scratch for CMYK pictures
 };
@@ -88,8 +113,12 @@ enum class JpegTransform { Rotate90, Rotate180, Rotate270, FlipHorizontal, FlipV
 // Turns or mirrors JPEG data without decoding its pixels, copying every
 // marker section (EXIF among them). Where the picture is no whole number of
 // MCUs the partial edge blocks are trimmed and `perfect` comes back false.
+// Damaged data is refused rather than turned with grey in it, and so is a
+// picture whose coefficient buffers (the source and the turned copy) would
+// take more than `budget`.
 bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
-                   std::vector<std::uint8_t>& out, bool& perfect, std::string& error);
+                   std::vector<std::uint8_t>& out, bool& perfect, std::string& error,
+                   std::int64_t budget = kDefaultBitmapBudget);
 
 // Puts the APP1 sections (EXIF, XMP) of the JPEG data `from` into the freshly
 // encoded `into`, behind its SOI and JFIF header. Data that is no JPEG

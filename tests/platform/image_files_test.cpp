@@ -1,13 +1,9 @@
-// Pictures in and out of files: JPEG decode, encode and lossless turns, PNM,
-// and the durable replacement of a photo file.
+// Pictures in and out of files: JPEG decode, encode and lossless turns, PNM.
 
 #include <gtest/gtest.h>
 
 #include <turbojpeg.h>
 
-#include <cerrno>
-
-#include "platform/atomic_file.h"
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
 #include "support/photo_pixels.h"
@@ -74,24 +70,77 @@ TEST(JpegCodec, GreyProgressiveAndCmykPicturesDecode) {
     EXPECT_LT(int(out.PixelAt(5, 5) & 0xFF), 15);
 }
 
-TEST(JpegCodec, BadInputFailsCleanlyOrGivesWhatIsThere) {
+TEST(JpegCodec, BadInputFailsWithItsCauseAndSpoilsNoLaterDecode) {
     const Bytes good = test::MakeJpeg(test::Picture(64, 64, test::Pattern::Noise));
+    // One decoder throughout, as the thumbnail worker keeps one.
+    JpegDecoder decoder;
+    test::TempDir dir;
     Bitmap out;
     std::string error;
-    // Truncated in the scan: the decoder gives what it has.
-    EXPECT_TRUE(DecodeBytes(test::Truncated(good, good.size() * 3 / 4), {}, out, error));
-    // Truncated in the header, no JPEG at all, nothing at all: failures.
-    for (const Bytes& bad : {test::Truncated(good, 20), Bytes{'h', 'e', 'l', 'l', 'o'}, Bytes{}}) {
+    const auto decode = [&](const Bytes& bytes, std::int64_t budget = kDefaultBitmapBudget) {
+        JpegInfo info;
         error.clear();
-        EXPECT_FALSE(DecodeBytes(bad, {}, out, error));
-        EXPECT_FALSE(error.empty());
+        return test::WriteFile(dir.File("p.jpg"), bytes) &&
+               decoder.DecodeFile(dir.File("p.jpg"), {120, 88}, out, info, error, budget);
+    };
+    // Truncated in the scan: the decoder gives what it has, unless told not to.
+    const Bytes cut = test::Truncated(good, good.size() * 3 / 4);
+    EXPECT_TRUE(decode(cut));
+    decoder.RefuseDamagedData(true);
+    EXPECT_FALSE(decode(cut));
+    EXPECT_EQ(error, kJpegDamaged);
+    decoder.RefuseDamagedData(false);
+
+    const struct {
+        Bytes bytes;
+        const char* cause;
+    } bad[] = {
+        {test::Truncated(good, 20), kJpegUnreadable},
+        {{'h', 'e', 'l', 'l', 'o'}, kJpegUnreadable},
+        {{}, kJpegUnreadable},
+        // A frame of 0 x 0: it used to leave the decoder refusing every later file.
+        {test::JpegHead(test::FrameAndScan(0, 0)), kJpegUnreadable},
+        // 65500 x 65500 with hardly any data behind it.
+        {test::JpegHead(test::FrameAndScan(65500, 65500)), kJpegDamaged},
+    };
+    for (const auto& b : bad) {
+        EXPECT_FALSE(decode(b.bytes));
+        EXPECT_EQ(error, b.cause);
+        EXPECT_TRUE(decode(good)) << "after " << b.cause << ": " << error;
     }
-    // A header that claims 65500 x 65500 with hardly any data behind it.
-    EXPECT_FALSE(
-        DecodeBytes(test::JpegHead(test::FrameAndScan(65500, 65500)), {120, 88}, out, error));
     // A real picture above the budget is refused before allocation.
-    EXPECT_FALSE(DecodeBytes(good, {}, out, error, 64 * 64 * 4 - 1));
-    EXPECT_TRUE(DecodeBytes(good, {}, out, error, 64 * 64 * 4));
+    EXPECT_FALSE(decode(good, 64 * 64 * 4 - 1));
+    EXPECT_EQ(error, kJpegTooLarge);
+    EXPECT_TRUE(decode(good, 64 * 64 * 4));
+}
+
+// Frame headers of 65500 x 65500 with enough data behind them to pass for a
+// picture. Their coefficients alone would take 13 GB: a progressive decode
+// keeps them all even for a thumbnail, a turn keeps them twice.
+TEST(JpegCodec, HugeFramesAreRefusedBeforeTheirCoefficientsAreAllocated) {
+    const auto padded = [](std::vector<test::Segment> head) {
+        Bytes bytes = test::JpegHead(head);
+        bytes.resize(bytes.size() + (2 << 20));
+        return bytes;
+    };
+    auto multiScan = test::FrameAndScan(65500, 65500);
+    multiScan[1].payload = {1, 1, 0x00, 0, 63, 0}; // the first scan holds only the luma
+    const Bytes baseline = padded(test::FrameAndScan(65500, 65500));
+    const Bytes progressive = padded(test::FrameAndScan(65500, 65500, 3, 0xC2));
+    const Bytes partial = padded(multiScan);
+    Bitmap out;
+    std::string error;
+    for (const Bytes* b : {&progressive, &partial}) {
+        EXPECT_FALSE(DecodeBytes(*b, {120, 88}, out, error));
+        EXPECT_EQ(error, kJpegTooLarge);
+    }
+    std::vector<std::uint8_t> turned;
+    bool perfect = false;
+    for (const Bytes* b : {&baseline, &progressive}) {
+        EXPECT_FALSE(
+            TransformJpeg(b->data(), b->size(), JpegTransform::Rotate90, turned, perfect, error));
+        EXPECT_EQ(error, kJpegTooLarge);
+    }
 }
 
 // Whether the turns give back the same bytes is checked on photo files with
@@ -155,24 +204,6 @@ TEST(PnmIo, PpmAndPamRoundTripExactlyAndMalformedFilesAreRefused) {
         EXPECT_FALSE(read(bad)) << bad;
     ASSERT_TRUE(read("P5\n# comment\n2 1\n255\n\x10\x20"));
     EXPECT_EQ(back.PixelAt(1, 0), 0xFF202020u);
-}
-
-TEST(AtomicFile, ReplaceMovesTheTemporaryOverThePhoto) {
-    test::TempDir dir;
-    const std::string photo = dir.File("p.jpg"), temp = dir.File("p.tmp");
-    ASSERT_TRUE(test::WriteFile(photo, {1, 2, 3}));
-    const std::vector<std::uint8_t> data = {9, 8};
-    std::string error;
-    ASSERT_TRUE(WriteWholeFile(temp, data.data(), data.size(), error));
-    int err = 0;
-    ASSERT_TRUE(ReplaceFileDurably(temp, photo, err, error)) << error;
-    std::vector<std::uint8_t> back;
-    ASSERT_TRUE(ReadWholeFile(photo, back, error));
-    EXPECT_EQ(back, data);
-    EXPECT_FALSE(ReadWholeFile(temp, back, error));
-    EXPECT_FALSE(ReplaceFileDurably(temp, photo, err, error)); // nothing to move
-    EXPECT_EQ(err, ENOENT);
-    EXPECT_FALSE(ReadWholeFile(dir.path(), back, error)); // a folder is no file
 }
 
 } // namespace
