@@ -129,8 +129,9 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
 
     // 7. The thumbnail follows a commit. A photo that was never shown has no
     // working image to make it from, so one is made from the edited full
-    // image for the moment and dropped again.
-    if (full) {
+    // image for the moment and dropped again. A file that could not be read
+    // is not committed; its pictures (and readError) stay as they are.
+    if (full && fullImage && !fullImage->IsEmpty()) {
         if (screenImage) {
             ThumbnailFromScreen(window.GetThumbSize());
         } else if (fullImage && !fullImage->IsEmpty()) {
