@@ -134,7 +134,7 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
     if (full && fullImage && !fullImage->IsEmpty()) {
         if (screenImage) {
             ThumbnailFromScreen(window.GetThumbSize());
-        } else if (fullImage && !fullImage->IsEmpty()) {
+        } else {
             FitToScreen(fullImage.get(), screen, false);
             ThumbnailFromScreen(window.GetThumbSize());
             DropScreenImage();
