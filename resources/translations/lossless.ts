@@ -11,13 +11,5 @@
         <source>Error in lossless JPEG transform.</source>
         <translation>Fehler bei der verlustfreien JPEG-Transformation.</translation>
     </message>
-    <message>
-        <source>Failed to delete the original file. %s</source>
-        <translation>Die Originaldatei konnte nicht gelöscht werden. %s</translation>
-    </message>
-    <message>
-        <source>Failed to rename the temporary file. %s</source>
-        <translation>Die temporäre Datei konnte nicht umbenannt werden. %s</translation>
-    </message>
 </context>
 </TS>

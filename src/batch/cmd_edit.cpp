@@ -79,7 +79,7 @@ int Fail(const std::string& message) {
 }
 
 // Writes the committed picture somewhere else than over the photo: exact
-// pixels for .ppm and .pam, else JPEG with the photo's metadata. The file
+// pixels for .ppm and .pam, else JPEG with the photo's metadata, which
 // appears whole or not at all.
 bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::string& out,
               int quality, std::string& error) {
@@ -87,18 +87,17 @@ bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::stri
         return WritePnmFile(image, out, error);
     std::vector<std::uint8_t> bytes, original;
     JpegEncoder encoder;
-    if (!encoder.Encode(image, quality, bytes, error))
-        return false;
-    if (ReadWholeFile(photoPath, original, error))
-        CopyMetadataSections(original, bytes);
-    const std::string temp = out + ".tmp";
-    int errorNumber = 0;
-    if (!WriteWholeFile(temp, bytes.data(), bytes.size(), error) ||
-        !ReplaceFileDurably(temp, out, errorNumber, error)) {
-        std::remove(temp.c_str());
+    if (!encoder.Encode(image, quality, bytes, error)) {
+        error = "Save failed: " + out + " (" + error + ")";
         return false;
     }
-    return true;
+    if (ReadWholeFile(photoPath, original, error))
+        CopyMetadataSections(original, bytes);
+    UiText failure;
+    if (WriteFileDurably(out, bytes.data(), bytes.size(), failure))
+        return true;
+    error = RenderUiText(failure);
+    return false;
 }
 
 } // namespace
@@ -206,11 +205,12 @@ int RunEdit(const Args& input) {
         const bool written = WriteOut(*photo.fullImage, photo.path, out, quality, error);
         photo.DropFullImage();
         if (!written)
-            return Fail("Save failed: " + out + (error.empty() ? "" : " (" + error + ")"));
+            return Fail(error);
         std::printf("saved %s\n", out.c_str());
     } else {
-        if (!photo.SaveAsJpeg(quality))
-            return Fail("Save failed: " + photo.path);
+        UiText error;
+        if (!photo.SaveAsJpeg(quality, nullptr, &error))
+            return Fail(RenderUiText(error));
         std::printf("saved %s\n", photo.path.c_str());
     }
     photo.edits.Clear();

@@ -20,6 +20,7 @@ int RunThumbs(const Args& args);
 int RunShow(const Args& args);
 int RunTransform(const Args& args);
 int RunGallery(const Args& args);
+int RunDelete(const Args& args);
 
 namespace {
 
@@ -40,6 +41,7 @@ const BatchCommand kCommands[] = {
     {"thumbs", "DIR --box WxH --out DIR [--ext jpg|ppm|pam] [--quality Q]", RunThumbs},
     {"show", "FILE --screen WxH --out FILE [--quality Q]", RunShow},
     {"transform", "left|right|180|hflip|vflip FILE...", RunTransform},
+    {"delete", "PHOTO... [--yes]", RunDelete},
     {"gallery",
      "--photos DIR --out DIR [--title T] [--photo WxH] [--thumb WxH] [--photo-tiles XxY] "
      "[--thumb-tiles XxY] [--quality Q]",

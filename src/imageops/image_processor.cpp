@@ -14,6 +14,7 @@
 #include "platform/bitmap.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
+#include "platform/trash.h"
 
 namespace tivox {
 
@@ -214,8 +215,11 @@ int CImageProcessor::DeletePhoto(CPhoto* photo, bool batch) {
     if (!photo)
         return 0;
     int result = 0;
-    if (::unlink(photo->path.c_str()) != 0) {
-        result = Fail({TIVOX_TR("Could not delete %s"), {photo->path}});
+    // Into the desktop Trash, from where a file manager brings it back.
+    std::string trashed;
+    UiText error;
+    if (!MoveToTrash(photo->path, trashed, error)) {
+        result = Fail(error);
         if (m_window)
             m_window->BringToTop();
     } else if (CPhotoList* list = m_window ? m_window->GetPhotoList() : nullptr) {

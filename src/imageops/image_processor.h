@@ -35,7 +35,8 @@ public:
     // Turns or mirrors the photo's file without loss (codes 1 to 5).
     int LosslessTransform(std::int32_t code, CPhoto* photo);
 
-    // Deletes the photo's file and the photo with it. In a batch the list
+    // Moves the photo's file to the desktop Trash (MoveToTrash) and drops the
+    // photo from the list. In a batch the list
     // removes the entry at its walk position, else it looks the photo up.
     int DeletePhoto(CPhoto* photo, bool batch);
 

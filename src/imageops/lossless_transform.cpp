@@ -1,7 +1,5 @@
 #include "imageops/lossless_transform.h"
 
-#include <cerrno>
-#include <unistd.h>
 #include <vector>
 
 #include "photos/edit_host.h"
@@ -13,16 +11,8 @@
 
 namespace tivox {
 
-std::string LosslessTempPath(const std::string& path) {
-    const auto slash = path.rfind('/');
-    const auto dot = path.rfind('.');
-    const bool hasExtension =
-        dot != std::string::npos && (slash == std::string::npos || dot > slash);
-    return (hasExtension ? path.substr(0, dot) : path) + ".tmp";
-}
-
-bool TransformFile(int code, const std::string& source, const std::string& target,
-                   IPrompt* prompt) {
+bool TransformFile(int code, const std::string& source, const std::string& target, IPrompt* prompt,
+                   UiText* cause) {
     JpegTransform op{};
     switch (code) {
     case kLosslessRotateLeft:
@@ -49,33 +39,25 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
     std::vector<std::uint8_t> in, out;
     std::string error;
     bool perfect = false;
-    return ReadWholeFile(source, in, error) &&
-           TransformJpeg(in.data(), in.size(), op, out, perfect, error) &&
-           WriteWholeFile(target, out.data(), out.size(), error);
+    if (!ReadWholeFile(source, in, error) ||
+        !TransformJpeg(in.data(), in.size(), op, out, perfect, error))
+        return false;
+    UiText failure;
+    if (WriteFileDurably(target, out.data(), out.size(), failure))
+        return true;
+    if (cause)
+        *cause = failure;
+    return false;
 }
 
 int LosslessTransformPath(int code, const std::string& path, UiText& error, IPrompt* prompt) {
-    const std::string temp = LosslessTempPath(path);
-    if (!TransformFile(code, path, temp, prompt)) {
-        ::unlink(temp.c_str()); // a half-written target holds nothing of value
-        error = {TIVOX_TR("Error in lossless JPEG transform."), {}};
-        return -1;
-    }
-    // One rename puts the new file over the photo; the photo file is never
-    // missing. What the rename refuses because of the photo file itself
-    // counts as failing to remove the original.
-    int errorNumber = 0;
-    std::string detail;
-    if (!ReplaceFileDurably(temp, path, errorNumber, detail)) {
-        const bool original = errorNumber == EPERM || errorNumber == EBUSY ||
-                              errorNumber == EISDIR || errorNumber == ETXTBSY ||
-                              errorNumber == EROFS;
-        error = {original ? TIVOX_TR("Failed to delete the original file. %s")
-                          : TIVOX_TR("Failed to rename the temporary file. %s"),
-                 {std::to_string(errorNumber)}};
-        return -1;
-    }
-    return 0;
+    // The turned picture goes straight over the photo, in one durable write.
+    UiText cause;
+    if (TransformFile(code, path, path, prompt, &cause))
+        return 0;
+    error =
+        cause.format.empty() ? UiText{TIVOX_TR("Error in lossless JPEG transform."), {}} : cause;
+    return -1;
 }
 
 int LosslessTransformPath(int code, const std::string& path, std::string& errorText,

@@ -18,29 +18,26 @@ inline constexpr int kLosslessRotate180 = 3;
 inline constexpr int kLosslessMirrorHorizontal = 4;
 inline constexpr int kLosslessMirrorVertical = 5;
 
-// Writes the transformed `source` to `target` (1 left, 2 right, 3 half turn,
-// 4 mirror left-right, 5 mirror top-bottom). Another code shows
+// Writes the transformed `source` to `target` durably (WriteFileDurably;
+// `target` may be `source`) with the codes 1 left, 2 right, 3 half turn,
+// 4 mirror left-right, 5 mirror top-bottom. Another code shows
 // "JPEG lossless transformation: unsupported" through `prompt` (when given).
-// True when the target file was written.
+// True when the target file was written; else `cause` (when given) gets the
+// reason where one is known, naming the file.
 bool TransformFile(int code, const std::string& source, const std::string& target,
-                   IPrompt* prompt = nullptr);
+                   IPrompt* prompt = nullptr, UiText* cause = nullptr);
 
-// The path cut at the last point of its file name, plus ".tmp":
-// "a.b.jpg" gives "a.b.tmp".
-std::string LosslessTempPath(const std::string& path);
-
-// Transforms the file at `path` through LosslessTempPath and replaces it
-// atomically. 0 on success; -1 with `error` set on failure, as a text that a
-// front end can translate before the error number goes in.
+// Transforms the file at `path` and replaces it durably. 0 on success; -1
+// with `error` set on failure, as a text that a front end can translate
+// before the file name and the cause go in.
 int LosslessTransformPath(int code, const std::string& path, UiText& error,
                           IPrompt* prompt = nullptr);
 int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
                           IPrompt* prompt = nullptr);
 
-// The processor's lossless operation on one photo: transforms its file
-// through LosslessTempPath, replaces the photo file atomically, rebuilds the
-// thumbnail and the working image at the window's sizes and repaints the
-// window. 0 on success; -1 with `errorText` set on failure.
+// The processor's lossless operation on one photo: transforms its file,
+// replaces it durably, rebuilds the thumbnail and the working image at the
+// window's sizes and repaints the window. 0 on success; -1 with `errorText` set on failure.
 int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
                            IPrompt* prompt = nullptr);
 // The same with the English text rendered.

@@ -138,28 +138,24 @@ Bitmap* CPhoto::FitToScreen(Bitmap* image, Size target, bool full) {
     return ReplaceImage(ScaleImage(image, fitted.width, fitted.height), false);
 }
 
-int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler) {
-    const std::string temp = path + ".tmp";
-    // A temporary file that an earlier failure left behind goes first.
-    ::unlink(temp.c_str());
-    std::string error;
+int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
+    std::string detail;
     std::vector<std::uint8_t> bytes;
-    bool saved = false;
+    bool encoded = false;
     if (fullImage && !fullImage->IsEmpty()) {
         JpegEncoder encoder;
-        if (encoder.Encode(*fullImage, quality, bytes, error)) {
-            // The camera's metadata stays with the photo.
-            std::vector<std::uint8_t> original;
-            if (ReadWholeFile(path, original, error))
-                CopyMetadataSections(original, bytes);
-            saved = WriteWholeFile(temp, bytes.data(), bytes.size(), error);
-        }
+        encoded = encoder.Encode(*fullImage, quality, bytes, detail);
+        // The camera's metadata stays with the photo.
+        std::vector<std::uint8_t> original;
+        if (encoded && ReadWholeFile(path, original, detail))
+            CopyMetadataSections(original, bytes);
     }
     DropFullImage(recycler);
-    if (!saved)
-        return 0;
-    int errorNumber = 0;
-    return ReplaceFileDurably(temp, path, errorNumber, error) ? 1 : 0;
+    UiText failure{TIVOX_TR("Could not write %s"), {path}};
+    const bool saved = encoded && WriteFileDurably(path, bytes.data(), bytes.size(), failure);
+    if (!saved && error)
+        *error = failure;
+    return saved ? 1 : 0;
 }
 
 int CPhoto::IsLandscape() const {

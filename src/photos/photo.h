@@ -25,6 +25,7 @@ namespace tivox {
 class BitmapRecycler;
 class CScaledLoader;
 class IEditHost;
+struct UiText;
 
 class CPhoto {
 public:
@@ -77,11 +78,11 @@ public:
     // Replays the pending edits (defined with the image operations).
     Bitmap* ApplyEdits(int mask, IEditHost& window, bool full);
 
-    // Writes fullImage over the file through path + ".tmp", replaced
-    // atomically after the data is on disc; fullImage is dropped in every
-    // case (into `recycler` when there is one). 1 on success, 0 on failure
-    // (the photo file is then untouched).
-    int SaveAsJpeg(int quality, BitmapRecycler* recycler = nullptr);
+    // Writes fullImage over the file durably (WriteFileDurably); fullImage is
+    // dropped in every case (into `recycler` when there is one). 1 on
+    // success, 0 on failure: the photo file is then untouched and `error`
+    // (when given) names it and the cause.
+    int SaveAsJpeg(int quality, BitmapRecycler* recycler = nullptr, UiText* error = nullptr);
 
     int IsLandscape() const; // 1 without a thumbnail or when width >= height
     int IsPortrait() const { return IsLandscape() ? 0 : 1; }

@@ -1,8 +1,10 @@
 #include "platform/atomic_file.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,37 +12,26 @@ namespace tivox {
 
 namespace {
 
-// Closes a descriptor when the scope ends.
-class Fd {
-public:
-    explicit Fd(int fd) : m_fd(fd) {}
-    ~Fd() {
-        if (m_fd >= 0)
-            ::close(m_fd);
-    }
-    Fd(const Fd&) = delete;
-    Fd& operator=(const Fd&) = delete;
-    int get() const { return m_fd; }
-    // Closes now and reports whether the close succeeded.
-    bool Close() {
-        const int fd = m_fd;
-        m_fd = -1;
-        return ::close(fd) == 0;
-    }
-
-private:
-    int m_fd;
-};
-
 std::string Describe(const std::string& what, const std::string& path) {
     return what + " " + path + ": " + std::strerror(errno);
 }
 
-std::string FolderOf(const std::string& path) {
+// The temporary file for `path`: hidden (a leading point), beside it, with a
+// random part so that it cannot be a name the user chose.
+std::string HiddenTempName(const std::string& path, int attempt) {
+    static constexpr char kLetters[] =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    std::uint64_t bits = 0;
+    if (::getrandom(&bits, sizeof bits, GRND_NONBLOCK) != ssize_t(sizeof bits))
+        bits = std::uint64_t(std::chrono::steady_clock::now().time_since_epoch().count()) ^
+               (std::uint64_t(::getpid()) << 32) ^ std::uint64_t(attempt);
     const auto slash = path.rfind('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
+    const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash + 1);
+    // Long names are cut so that the temporary one stays within NAME_MAX.
+    std::string name = "." + path.substr(folder.size()).substr(0, 200) + ".";
+    for (int i = 0; i < 10; ++i, bits /= 62)
+        name += kLetters[bits % 62];
+    return folder + name + ".tmp";
 }
 
 } // namespace
@@ -48,7 +39,7 @@ std::string FolderOf(const std::string& path) {
 bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error) {
     // Non-blocking, so that a FIFO under a photo's name can't stall the
     // open; the check below then refuses it.
-    Fd fd(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    OpsFd fd(SystemFileOps(), ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (fd.get() < 0) {
         error = Describe("cannot open", path);
         return false;
@@ -82,7 +73,7 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, st
 
 bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size_t size,
                     std::string& error, bool sync) {
-    Fd fd(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+    OpsFd fd(SystemFileOps(), ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
     if (fd.get() < 0) {
         error = Describe("cannot create", path);
         return false;
@@ -109,27 +100,82 @@ bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size
     return true;
 }
 
-bool ReplaceFileDurably(const std::string& tempPath, const std::string& path, int& errorNumber,
-                        std::string& error) {
-    errorNumber = 0;
-    {
-        Fd fd(::open(tempPath.c_str(), O_RDONLY | O_CLOEXEC));
-        if (fd.get() < 0 || ::fsync(fd.get()) != 0) {
-            errorNumber = errno;
-            error = Describe("cannot flush", tempPath);
-            return false;
-        }
+UiText WriteErrorText(const std::string& path, int errorNumber) {
+    switch (errorNumber) {
+    case ENOSPC:
+    case EDQUOT:
+        return {TIVOX_TR("Could not write %s: the disc is full."), {path}};
+    case EROFS:
+        return {TIVOX_TR("Could not write %s: the disc is read-only."), {path}};
+    case EACCES:
+    case EPERM:
+        return {TIVOX_TR("Could not write %s: the folder is read-only."), {path}};
+    default:
+        return {TIVOX_TR("Could not write %s: %s"), {path, std::strerror(errorNumber)}};
     }
-    if (::rename(tempPath.c_str(), path.c_str()) != 0) {
-        errorNumber = errno;
-        error = Describe("cannot rename over", path);
+}
+
+bool WriteFileDurably(const std::string& path, const std::uint8_t* data, std::size_t size,
+                      UiText& error, FileOps& ops) {
+    struct stat old {};
+    const bool exists = ::stat(path.c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) {
+        error = WriteErrorText(path, errno);
         return false;
     }
-    // The new name must reach the disc too; a folder that cannot be flushed
-    // (some file systems refuse) does not undo the replacement.
-    Fd dir(::open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (dir.get() >= 0)
-        ::fsync(dir.get());
+    if (exists && !S_ISREG(old.st_mode)) {
+        error = {TIVOX_TR("Could not write %s: it is not a regular file."), {path}};
+        return false;
+    }
+    // The superuser could replace a file without write permission; the user
+    // took that permission away to keep the photo as it is, so it stays.
+    const int denied = !exists                        ? 0
+                       : (old.st_mode & 0222) == 0    ? EACCES
+                       : ::access(path.c_str(), W_OK) ? errno
+                                                      : 0;
+    if (denied != 0) {
+        error = denied == EROFS
+                    ? WriteErrorText(path, EROFS)
+                    : UiText{TIVOX_TR("Could not write %s: the file is write-protected."), {path}};
+        return false;
+    }
+
+    std::string temp;
+    int fd = -1;
+    for (int attempt = 0; fd < 0 && attempt < 100; ++attempt) {
+        temp = HiddenTempName(path, attempt);
+        fd = ops.Open(temp, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, exists ? 0600 : 0666);
+        if (fd < 0 && errno != EEXIST)
+            break;
+    }
+    if (fd < 0) {
+        error = WriteErrorText(path, errno);
+        return false;
+    }
+    OpsFd file(ops, fd);
+    RemoveUnlessKept guard(temp);
+    if (exists) {
+        // Owner first: a change of owner clears the set-id bits of the mode.
+        // Only the superuser may give a file away; others keep their own.
+        if (old.st_uid != ::geteuid() || old.st_gid != ::getegid())
+            (void)::fchown(fd, old.st_uid, old.st_gid);
+        // File systems without modes (FAT) refuse; they give every file the same.
+        (void)::fchmod(fd, old.st_mode & 07777);
+    }
+    if (!ops.WriteAll(fd, data, size) || ops.Fsync(fd) != 0 || !file.Close() ||
+        ops.Rename(temp, path) != 0) {
+        error = WriteErrorText(path, errno);
+        return false;
+    }
+    guard.Keep();
+    // The new name must reach the disc too. File systems that cannot flush a
+    // folder say EINVAL, and a folder without read permission cannot be
+    // opened for it; their rename is as durable as it gets.
+    OpsFd folder(ops, ops.Open(FolderOf(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
+    if (folder.get() >= 0 && ops.Fsync(folder.get()) != 0 && errno != EINVAL) {
+        error = WriteErrorText(path, errno);
+        return false;
+    }
     return true;
 }
 

@@ -8,8 +8,12 @@
 
 #include "controls/icon_button.h"
 #include "imageops/operation.h"
+#include "imageops/selection_pass.h"
+#include "photos/photo.h"
+#include "photos/photo_list.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
+#include "ui/qt_seams.h"
 
 namespace tivox {
 namespace {
@@ -62,9 +66,47 @@ CBasicPage::CBasicPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
 }
 
 void CBasicPage::OnDelete() {
-    const PromptAnswer answer = m_dlg->Window()->Prompt().Ask(
-        UiText{TIVOX_TR("Delete selected photos?"), {}}, PromptIcon::Question, PromptButtons::YesNo,
-        PromptAnswer::No, UiText{TIVOX_TR("Confirm"), {}});
+    // The question counts the photos that the "Process:" boxes choose and
+    // names the colours, so that nobody sends more to the Trash than meant.
+    CFullScreenWnd* window = m_dlg->Window();
+    const ProcessScope scope{m_dlg->ProcessCurrent()->isChecked(), m_dlg->ProcessAll()->isChecked(),
+                             m_dlg->ProcessColor(1)->isChecked(),
+                             m_dlg->ProcessColor(2)->isChecked(),
+                             m_dlg->ProcessColor(3)->isChecked()};
+    int count = 0;
+    if (scope.current) {
+        count = window->GetCurrentPhoto() ? 1 : 0;
+    } else if (CPhotoList* list = window->GetPhotoList()) {
+        for (int i = 0; i < list->Count(); ++i) {
+            count += scope.Chooses(list->PhotoAt(i)->marker) ? 1 : 0;
+        }
+    }
+    if (count == 0) {
+        return;
+    }
+    const Translator translate = CoreTranslator();
+    std::string colours;
+    const std::pair<bool, const char*> markers[] = {{scope.red, TIVOX_TR("red")},
+                                                    {scope.green, TIVOX_TR("green")},
+                                                    {scope.blue, TIVOX_TR("blue")}};
+    for (const auto& [chosen, name] : markers) {
+        if (chosen && !scope.all && !scope.current) {
+            colours += (colours.empty() ? "" : ", ") + translate(name);
+        }
+    }
+    const std::string number = std::to_string(count);
+    UiText question;
+    if (colours.empty()) {
+        question = count == 1 ? UiText{TIVOX_TR("Move 1 photo to the Trash?"), {}}
+                              : UiText{TIVOX_TR("Move %s photos to the Trash?"), {number}};
+    } else {
+        question = count == 1
+                       ? UiText{TIVOX_TR("Move 1 photo (%s) to the Trash?"), {colours}}
+                       : UiText{TIVOX_TR("Move %s photos (%s) to the Trash?"), {number, colours}};
+    }
+    const PromptAnswer answer =
+        window->Prompt().Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::No,
+                             UiText{TIVOX_TR("Confirm"), {}});
     if (answer == PromptAnswer::Yes) {
         m_dlg->ApplyCode(opDelete);
     }

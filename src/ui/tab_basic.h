@@ -14,7 +14,9 @@ class CBasicPage : public QWidget {
 public:
     explicit CBasicPage(CImageOpsDlg* dlg);
 
-    // Asks "Delete selected photos?" and deletes the chosen photos on Yes.
+    // Asks whether the chosen photos go to the Trash, saying how many and
+    // which colours ("Move 3 photos (red, blue) to the Trash?", No first),
+    // and moves them on Yes. Nothing is asked when no photo is chosen.
     void OnDelete();
 
     // Buttons by order: Left 90°, Right 90°, 180°, Horizontal, Vertical, Delete.

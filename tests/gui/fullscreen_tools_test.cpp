@@ -309,14 +309,26 @@ TEST_F(FullScreenTools, BasicPageRotatesAndDeletesAtOnce) {
     Settle();
     EXPECT_EQ(Photo(1)->thumbnail->Width(), 132); // 240 x 320 into 248 x 176
     EXPECT_EQ(Photo(1)->thumbnail->Height(), 176);
-    m_prompt.answers = {PromptAnswer::No, PromptAnswer::Yes};
+    // Deleting moves to the Trash, after a question that counts the photos
+    // and names the colours.
+    TempDir data;
+    ::setenv("XDG_DATA_HOME", data.path().c_str(), 1);
+    Photo(0)->marker = 1;
+    Photo(2)->marker = 3;
+    m_prompt.answers = {PromptAnswer::No, PromptAnswer::No, PromptAnswer::Yes};
     Use(basic->Button(5));
-    EXPECT_EQ(m_prompt.Texts().back(), "Delete selected photos?");
+    EXPECT_EQ(m_prompt.Texts().back(), "Move 1 photo to the Trash?");
+    Use(Dlg()->ProcessColor(1));
+    Use(Dlg()->ProcessColor(3));
+    Use(basic->Button(5));
+    EXPECT_EQ(m_prompt.Texts().back(), "Move 2 photos (red, blue) to the Trash?");
     EXPECT_EQ(m_list.Count(), 3);
     Use(basic->Button(5));
-    EXPECT_EQ(m_list.Count(), 2);
-    EXPECT_FALSE(std::filesystem::exists(PhotoPath(1)));
-    EXPECT_TRUE(std::filesystem::exists(PhotoPath(0)));
+    EXPECT_EQ(m_list.Count(), 1);
+    EXPECT_FALSE(std::filesystem::exists(PhotoPath(0)));
+    EXPECT_TRUE(std::filesystem::exists(
+        data.File("Trash/files/" + std::filesystem::path(PhotoPath(2)).filename().string())));
+    EXPECT_TRUE(std::filesystem::exists(PhotoPath(1)));
 }
 
 TEST_F(FullScreenTools, WebTabWritesTheGalleryOfTheChosenPhotos) {

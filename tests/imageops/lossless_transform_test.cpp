@@ -2,19 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <filesystem>
 
 #include "edit_fixture.h"
 #include "support/fake_edit_host.h"
 
 namespace tivox {
 namespace {
-
-TEST(LosslessTempPath, CutsAtTheLastPointOfTheName) {
-    EXPECT_EQ(LosslessTempPath("/p/img_0001.jpg"), "/p/img_0001.tmp");
-    EXPECT_EQ(LosslessTempPath("/p/a.b.jpg"), "/p/a.b.tmp");
-    EXPECT_EQ(LosslessTempPath("/p.d/noext"), "/p.d/noext.tmp");
-}
 
 class LosslessTest : public ::testing::Test {
 protected:
@@ -30,7 +27,11 @@ protected:
         EXPECT_TRUE(test::ReadFile(path, b));
         return b;
     }
-    bool TempFileLeft() { return ::access(LosslessTempPath(path).c_str(), F_OK) == 0; }
+    // Anything beside the photo in its folder, such as a temporary file.
+    bool TempFileLeft() {
+        return std::distance(std::filesystem::directory_iterator(dir.path()),
+                             std::filesystem::directory_iterator()) != 1;
+    }
     const test::Bytes exif = test::CameraExifPayload(test::CameraExif{});
     test::TempDir dir;
     const std::string path = dir.File("img_0001.jpg");
@@ -92,10 +93,31 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     UiText text;
     ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, text), -1);
     const Translator german = [](const std::string& english) {
-        return english == "Error in lossless JPEG transform." ? "Fehler beim JPEG-Drehen."
-                                                              : english;
+        return english == "Could not read %s: it is not a readable JPEG picture." ? "%s: kein JPEG."
+                                                                                  : english;
     };
-    EXPECT_EQ(RenderUiText(text, german), "Fehler beim JPEG-Drehen.");
+    EXPECT_EQ(RenderUiText(text, german), path + ": kein JPEG.");
+}
+
+TEST_F(LosslessTest, TurnsKeepTheModeLeaveOtherFilesAndRefuseWriteProtectedPhotos) {
+    const std::string user = dir.File("img_0001.tmp"); // the name turns once used
+    ASSERT_TRUE(test::WriteFile(user, {'u'}));
+    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+    const test::Bytes before = Contents();
+    ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, error), 0) << error;
+    struct stat st {};
+    ASSERT_EQ(::stat(path.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0640u);
+    test::Bytes kept;
+    ASSERT_TRUE(test::ReadFile(user, kept));
+    EXPECT_EQ(kept, test::Bytes{'u'});
+
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    const test::Bytes turned = Contents();
+    EXPECT_EQ(LosslessTransformPath(kLosslessRotateLeft, path, error), -1);
+    EXPECT_EQ(error, "Could not write " + path + ": the file is write-protected.");
+    EXPECT_EQ(Contents(), turned);
+    EXPECT_NE(turned, before);
 }
 
 } // namespace

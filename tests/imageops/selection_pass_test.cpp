@@ -18,6 +18,8 @@ const ProcessScope kAll{false, true, false, false, false};
 class SelectionPassTest : public ::testing::Test {
 protected:
     void SetUp() override {
+        // Deleted photos go to a Trash of the test's own.
+        ::setenv("XDG_DATA_HOME", dir.File("data").c_str(), 1);
         for (int i = 0; i < 4; ++i)
             paths.push_back(test::WritePhoto(dir, "p" + std::to_string(i) + ".jpg", 40, 30, i));
         list.Open(dir.path());
@@ -77,6 +79,7 @@ TEST_F(SelectionPassTest, DeletingAllEmptiesTheListSilently) {
     EXPECT_EQ(list.Count(), 0);
     for (const auto& p : paths)
         EXPECT_NE(::access(p.c_str(), F_OK), 0) << p;
+    EXPECT_EQ(::access(dir.File("data/Trash/files/p3.jpg").c_str(), F_OK), 0);
     EXPECT_TRUE(prompt.shown.empty());
 }
 
@@ -85,8 +88,9 @@ TEST_F(SelectionPassTest, FailuresInAWalkAreListedInOneMessageAtTheEnd) {
         ASSERT_EQ(::unlink(paths[i].c_str()), 0);
     EXPECT_EQ(Run(COperation::Plain(opDelete), kAll), 2);
     ASSERT_EQ(prompt.shown.size(), 1u);
-    EXPECT_EQ(prompt.shown[0].text, "2 photos could not be processed:\nCould not delete " +
-                                        paths[1] + "\nCould not delete " + paths[3]);
+    const std::string gone = " to the Trash: No such file or directory";
+    EXPECT_EQ(prompt.shown[0].text, "2 photos could not be processed:\nCould not move " + paths[1] +
+                                        gone + "\nCould not move " + paths[3] + gone);
     EXPECT_EQ(prompt.shown[0].title, "Error");
     EXPECT_EQ(prompt.shown[0].icon, PromptIcon::Warning);
     EXPECT_EQ(window.raised, 2);
@@ -95,7 +99,7 @@ TEST_F(SelectionPassTest, FailuresInAWalkAreListedInOneMessageAtTheEnd) {
     // One failure is told as it is.
     window.current = list.PhotoAt(0);
     EXPECT_EQ(Run(COperation::Plain(opDelete), {}), 1);
-    EXPECT_EQ(prompt.shown.back().text, "Could not delete " + paths[1]);
+    EXPECT_EQ(prompt.shown.back().text, "Could not move " + paths[1] + gone);
 }
 
 TEST_F(SelectionPassTest, CancelStopsBetweenPhotosAndLeavesTheRestUntouched) {

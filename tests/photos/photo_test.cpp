@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -86,7 +87,7 @@ TEST_F(PhotoTest, ThumbnailsFollowTheScreenImage) {
     EXPECT_NE(thumb->PixelAt(20, 15), 0xFF00FF00u);
 }
 
-TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataOrLeavesIt) {
+TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataAndModeOrLeavesIt) {
     test::Bytes before, after;
     ASSERT_TRUE(test::ReadFile(path, before));
     EXPECT_EQ(photo.SaveAsJpeg(90), 0);           // nothing to save
@@ -96,13 +97,28 @@ TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataOrLeavesIt) {
     ASSERT_TRUE(test::ReadFile(path, after));
     EXPECT_EQ(before, after);
 
-    ASSERT_TRUE(test::WriteFile(path + ".tmp", {1, 2, 3})); // left by an earlier failure
+    // A write-protected photo is refused, saying why.
+    photo.LoadFullImage();
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    UiText why;
+    EXPECT_EQ(photo.SaveAsJpeg(90, nullptr, &why), 0);
+    EXPECT_EQ(RenderUiText(why), "Could not write " + path + ": the file is write-protected.");
+    ASSERT_TRUE(test::ReadFile(path, after));
+    EXPECT_EQ(before, after);
+
+    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+    const test::Bytes user = {1, 2, 3};
+    ASSERT_TRUE(test::WriteFile(path + ".tmp", user)); // the name commits once used
     photo.LoadFullImage();
     ASSERT_EQ(photo.fullImage->Width(), 160);
     photo.fullImage->Fill(0xFFFF0000u);
     EXPECT_EQ(photo.SaveAsJpeg(90), 1);
     EXPECT_EQ(photo.fullImage, nullptr);
-    EXPECT_NE(::access((path + ".tmp").c_str(), F_OK), 0);
+    ASSERT_TRUE(test::ReadFile(path + ".tmp", after));
+    EXPECT_EQ(after, user);
+    struct stat st {};
+    ASSERT_EQ(::stat(path.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0640u);
     Bitmap back;
     std::string error;
     ASSERT_TRUE(DecodeJpegFile(path, {}, back, error));
