@@ -4,12 +4,11 @@
 #include <unistd.h>
 
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 
 #include "acquire/folder_paths.h"
+#include "platform/atomic_file.h"
 
 namespace tivox {
 
@@ -72,6 +71,7 @@ public:
             return 0;
         return m_bytes[m_pos++];
     }
+    // A zero byte never stands in a path or a rule: such a string is damage.
     std::string String() {
         std::size_t n = Byte();
         if (n == 0xFF) {
@@ -86,6 +86,8 @@ public:
             return {};
         std::string text(m_bytes.begin() + long(m_pos), m_bytes.begin() + long(m_pos + n));
         m_pos += n;
+        if (text.find('\0') != std::string::npos)
+            m_ok = false;
         return text;
     }
 
@@ -99,11 +101,6 @@ private:
     std::size_t m_pos = 0;
     bool m_ok = true;
 };
-
-struct FileCloser {
-    void operator()(std::FILE* f) const { std::fclose(f); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 } // namespace
 
@@ -128,9 +125,15 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
     Reader r(bytes);
     CSettings s = *this;
     const auto version = std::int32_t(r.Word());
+    // No version below 100 was ever written, and the newest layout reads the
+    // files of later versions up to 1000 (their new fields trail). Any other
+    // word is not a settings file: its bytes, read as the oldest layout, would
+    // give garbage folders and numbers, so it loads nothing.
+    if (version < 100 || version > 1000)
+        return false;
     // The oldest layout has no gallery folder, backup option, quality or unit;
     // versions 120 to 149 have all but the unit.
-    const bool oldest = version < 120 || version > 1000;
+    const bool oldest = version < 120;
     s.m_cameraDrive = r.String();
     s.m_baseFolder = r.String();
     s.m_photoFolder = r.String();
@@ -149,17 +152,9 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
 }
 
 bool CSettings::LoadFile(const std::string& path) {
-    File file(std::fopen(path.c_str(), "rb"));
-    if (!file)
-        return false;
     std::vector<std::uint8_t> bytes;
-    std::uint8_t buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof(buffer), file.get())) > 0)
-        bytes.insert(bytes.end(), buffer, buffer + n);
-    if (std::ferror(file.get()))
-        return false;
-    return Load(bytes);
+    std::string error;
+    return ReadWholeFile(path, bytes, error) && Load(bytes);
 }
 
 bool CSettings::StoreFile(const std::string& path) const {
@@ -167,23 +162,23 @@ bool CSettings::StoreFile(const std::string& path) const {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (!folder.empty())
         std::filesystem::create_directories(folder, ec);
-    File file(std::fopen(path.c_str(), "wb"));
-    if (!file)
-        return false;
+    // Never rewritten in place: a crash in the middle would lose every setting.
     const std::vector<std::uint8_t> bytes = Store();
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-    return std::fclose(file.release()) == 0 && written;
+    UiText error;
+    return WriteFileDurably(path, bytes.data(), bytes.size(), error);
 }
 
 std::string GetSettingsPath(const std::string& programPath, const std::string& configHome,
                             const std::string& home) {
-    // A file beside the program wins, when it is there and can be written.
+    // A file beside the program wins, when it is there and can be replaced:
+    // the new file is made beside it, so its folder must be writable too.
     const auto slash = programPath.find_last_of('/');
     if (slash != std::string::npos) {
-        const std::string beside = programPath.substr(0, slash + 1) + kFileName;
+        const std::string folder = programPath.substr(0, slash + 1);
+        const std::string beside = folder + kFileName;
         struct stat st {};
         if (beside != programPath && stat(beside.c_str(), &st) == 0 && S_ISREG(st.st_mode) &&
-            access(beside.c_str(), W_OK) == 0)
+            access(beside.c_str(), W_OK) == 0 && access(folder.c_str(), W_OK) == 0)
             return beside;
     }
     std::string config =

@@ -2,7 +2,8 @@
 // CSettings: the program's settings file, TivoxSettings.dat. A small binary
 // record, little-endian, that the main dialog loads once at start and stores
 // once at its end. The writer always produces version 150; the reader also
-// accepts the two older layouts, chosen by the leading version word.
+// accepts the two older layouts, chosen by the leading version word (100 to
+// 1000; any other word marks a file that is not ours, which loads nothing).
 //
 // Strings carry a length prefix: one byte up to 254, then 0xFF and two bytes
 // up to 65533, then 0xFF 0xFFFF and four bytes. Their bytes are UTF-8.
@@ -20,13 +21,15 @@ public:
     // The file's bytes for the fields below.
     std::vector<std::uint8_t> Store() const;
     // Reads the fields from the bytes of a file. All or nothing: on false
-    // (cut short, damaged) the object is unchanged. Bytes behind the last
-    // field are ignored.
+    // (cut short, damaged, an unknown version, a zero byte in a string) the
+    // object is unchanged. Bytes behind the last field are ignored.
     bool Load(const std::vector<std::uint8_t>& bytes);
 
     // The same through a file. Failures are false and nothing else.
     bool LoadFile(const std::string& path);
-    // Creates or truncates the file (and its folder) and writes it in place.
+    // Creates the folder when needed and replaces the file atomically (a
+    // temporary file beside it, flushed, renamed over it): after a crash the
+    // name holds the old settings or the new ones, never a part.
     bool StoreFile(const std::string& path) const;
 
     std::string m_cameraDrive;

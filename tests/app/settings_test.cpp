@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
+#include <random>
 
 #include "acquire/folder_paths.h"
 #include "app/settings.h"
@@ -58,13 +61,12 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
 
 TEST(Settings, TheVersionWordChoosesTheLayout) {
     // 120 added the gallery folder, backup and quality, 150 the units; a word
-    // outside 100 to 1000 means the oldest layout.
+    // outside 100 to 1000 is no settings file at all.
     const struct {
         std::int32_t version;
         bool gallery, units;
-    } cases[] = {{1000, true, true},   {150, true, true},   {149, true, false},
-                 {120, true, false},   {119, false, false}, {100, false, false},
-                 {1001, false, false}, {-5, false, false}};
+    } cases[] = {{1000, true, true}, {150, true, true},   {149, true, false},
+                 {120, true, false}, {119, false, false}, {100, false, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.version);
         Data file; // with one-byte lengths
@@ -94,6 +96,12 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
         EXPECT_EQ(s.Store()[0], 150);       // written back as the current version
         file.insert(file.end(), {1, 2, 3}); // trailing bytes are ignored
         EXPECT_TRUE(CSettings().Load(file));
+        for (const std::int32_t unknown : {99, 1001, -5}) {
+            Data other = file;
+            for (int i = 0; i < 4; ++i)
+                other[std::size_t(i)] = std::uint8_t(std::uint32_t(unknown) >> (8 * i));
+            EXPECT_FALSE(CSettings().Load(other)) << unknown;
+        }
     }
 }
 
@@ -113,6 +121,17 @@ TEST(Settings, ACutFileLoadsNothing) {
     EXPECT_EQ(s.m_tilesX, 50u); // out of range, but kept: the dialog checks it
     // A two-byte length of 0xFFFE announced a wide string: not ours.
     EXPECT_FALSE(CSettings().Load(Data{150, 0, 0, 0, 0xFF, 0xFE, 0xFF}));
+    Data zero = bytes;
+    zero[6] = 0; // inside the drive "E:"
+    EXPECT_FALSE(CSettings().Load(zero));
+    // Random bytes are no settings, though most would fill every field.
+    std::mt19937 random(14);
+    Data noise(4096);
+    for (int round = 0; round < 200; ++round) {
+        for (std::uint8_t& b : noise)
+            b = std::uint8_t(random());
+        EXPECT_FALSE(CSettings().Load(noise)) << round;
+    }
 }
 
 TEST(Settings, FilesAndTheirLocation) {
@@ -124,6 +143,19 @@ TEST(Settings, FilesAndTheirLocation) {
     EXPECT_EQ(onDisc, WorkedExample().Store());
     EXPECT_FALSE(CSettings().LoadFile(dir.File("missing.dat")));
     EXPECT_FALSE(CSettings().StoreFile(dir.path())); // a folder can't be the file
+    // Replaced, never rewritten in place: a second name of the old file keeps
+    // the old bytes, and no temporary file is left beside the new one.
+    ASSERT_EQ(link(path.c_str(), dir.File("old.dat").c_str()), 0);
+    CSettings changed = WorkedExample();
+    changed.m_tilesX = 7;
+    ASSERT_TRUE(changed.StoreFile(path));
+    CSettings back;
+    ASSERT_TRUE(back.LoadFile(path));
+    EXPECT_EQ(back.m_tilesX, 7u);
+    ASSERT_TRUE(back.LoadFile(dir.File("old.dat")));
+    EXPECT_EQ(back.m_tilesX, 4u);
+    const std::filesystem::directory_iterator folder(dir.File("conf/tivoxplus"));
+    EXPECT_EQ(std::distance(begin(folder), end(folder)), 1);
 
     // Beside the program only when a settings file is there.
     const std::string program = dir.File("bin/tivox");
