@@ -164,7 +164,7 @@ int RunEdit(const Args& input) {
     // The photo as the window shows it alone.
     photo.LoadScreenImage(screen);
     if (photo.sourceSize.width <= 0 || !photo.screenImage || photo.screenImage->IsEmpty())
-        return Fail("cannot read " + args[0]);
+        return Fail(RenderUiText(ReadErrorText(photo.path, photo.readError)));
 
     CImageProcessor processor;
     processor.SetWindow(&host);
@@ -197,9 +197,10 @@ int RunEdit(const Args& input) {
     }
 
     // The commit.
+    // The commit decodes the whole file again and refuses damaged data.
     photo.ApplyEdits(editAll, host, true);
     if (!photo.fullImage || photo.fullImage->IsEmpty())
-        return Fail("cannot read " + args[0]);
+        return Fail(RenderUiText(ReadErrorText(photo.path, photo.readError)));
     if (hasOut) {
         std::string error;
         const bool written = WriteOut(*photo.fullImage, photo.path, out, quality, error);

@@ -76,7 +76,9 @@ int RunThumbs(const Args& argsIn) {
         CPhoto* photo = list.PhotoAt(i);
         const Bitmap* thumb = photo->thumbnail.get();
         if (!thumb || thumb->IsEmpty()) {
-            std::printf("%s: no picture\n", photo->path.c_str());
+            // The worker keeps no causes; reading the file again finds it.
+            photo->LoadScaled({w, h});
+            std::printf("%s\n", RenderUiText(ReadErrorText(photo->path, photo->readError)).c_str());
             status = kExitFailure;
             continue;
         }
@@ -101,7 +103,8 @@ int RunShow(const Args& argsIn) {
     photo.SetPath(args[0]);
     photo.LoadScreenImage({w, h});
     if (!photo.screenImage || photo.screenImage->IsEmpty()) {
-        std::fprintf(stderr, "tivox-batch: cannot read a picture from %s\n", args[0].c_str());
+        std::fprintf(stderr, "tivox-batch: %s\n",
+                     RenderUiText(ReadErrorText(photo.path, photo.readError)).c_str());
         return kExitFailure;
     }
     if (!SavePicture(*photo.screenImage, out, quality))
@@ -132,7 +135,7 @@ int RunTransform(const Args& args) {
     for (std::size_t i = 1; i < args.size(); ++i) {
         std::string error;
         if (LosslessTransformPath(code, args[i], error) != 0) {
-            std::fprintf(stderr, "tivox-batch: %s: %s\n", args[i].c_str(), error.c_str());
+            std::fprintf(stderr, "tivox-batch: %s\n", error.c_str()); // it names the file
             status = kExitFailure;
         }
     }

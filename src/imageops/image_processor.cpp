@@ -195,20 +195,21 @@ int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
     if (!loader.LoadInto(photo.path, Size{operation.width, operation.height}, scaled, source,
                          error) ||
         scaled.IsEmpty())
-        return Fail({TIVOX_TR("Could not read %s"), {photo.path}});
+        return Fail(ReadErrorText(photo.path, error));
     const int quality = m_window ? m_window->GetJpegQuality() : 80;
     if (!EncodeJpegFile(scaled, quality, target, error))
-        return Fail({TIVOX_TR("Could not write %s"), {target}});
+        return Fail({TIVOX_TR("Could not write %s: %s"), {target, error}});
     return 0;
 }
 
 int CImageProcessor::LosslessTransform(std::int32_t code, CPhoto* photo) {
     if (!photo || !m_window)
         return 0;
-    std::string error;
+    // As a text, so that the window translates it before the file goes in.
+    UiText error;
     if (LosslessTransformPhoto(code, *photo, *m_window, error) == 0)
         return 0;
-    return Fail({"%s", {error}});
+    return Fail(std::move(error));
 }
 
 int CImageProcessor::DeletePhoto(CPhoto* photo, bool batch) {

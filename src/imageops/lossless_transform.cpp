@@ -40,8 +40,11 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
     std::string error;
     bool perfect = false;
     if (!ReadWholeFile(source, in, error) ||
-        !TransformJpeg(in.data(), in.size(), op, out, perfect, error))
+        !TransformJpeg(in.data(), in.size(), op, out, perfect, error)) {
+        if (cause)
+            *cause = ReadErrorText(source, error);
         return false;
+    }
     UiText failure;
     if (WriteFileDurably(target, out.data(), out.size(), failure))
         return true;

@@ -14,8 +14,8 @@ namespace {
 
 // Loads through the caller's loader, or a temporary one.
 bool LoadWith(CScaledLoader* loader, const std::string& path, Size target, Bitmap& out,
-              Size& source) {
-    std::string error;
+              Size& source, std::string& error) {
+    error.clear();
     if (loader)
         return loader->LoadInto(path, target, out, source, error);
     CScaledLoader own;
@@ -27,7 +27,7 @@ bool LoadWith(CScaledLoader* loader, const std::string& path, Size target, Bitma
 std::unique_ptr<Bitmap> CPhoto::LoadScaled(Size target, CScaledLoader* loader) {
     auto image = std::make_unique<Bitmap>();
     // An unreadable file gives an empty picture, which draws nothing.
-    LoadWith(loader, path, target, *image, sourceSize);
+    LoadWith(loader, path, target, *image, sourceSize, readError);
     return image;
 }
 
@@ -51,7 +51,8 @@ bool CPhoto::MakeThumbnailIfMissing(Size target, CScaledLoader& loader) {
     }
     auto image = std::make_unique<Bitmap>();
     Size ignored;
-    LoadWith(&loader, path, target, *image, ignored);
+    std::string error; // readError is the user-interface thread's
+    LoadWith(&loader, path, target, *image, ignored, error);
     std::lock_guard lock(m_thumbLock);
     if (thumbnail)
         return false;
@@ -70,22 +71,22 @@ void CPhoto::DropThumbnail() {
 void CPhoto::LoadScreenImage(Size target, CScaledLoader* loader) {
     // The old pixels make room for the new ones instead of a fresh buffer.
     auto image = screenImage ? std::move(screenImage) : std::make_unique<Bitmap>();
-    LoadWith(loader, path, target, *image, sourceSize);
+    LoadWith(loader, path, target, *image, sourceSize, readError);
     screenImage = std::move(image);
     screenSize = {screenImage->Width(), screenImage->Height()};
 }
 
-std::unique_ptr<Bitmap> CPhoto::OpenFullImage(BitmapRecycler* recycler) {
+std::unique_ptr<Bitmap> CPhoto::OpenFullImage(BitmapRecycler* recycler, bool refuseDamaged) {
     auto image = recycler ? recycler->Take() : std::make_unique<Bitmap>();
     CScaledLoader loader;
-    std::string error;
-    loader.LoadFull(path, *image, error);
+    readError.clear();
+    loader.LoadFull(path, *image, readError, refuseDamaged);
     return image;
 }
 
 Bitmap* CPhoto::LoadFullImage(BitmapRecycler* recycler) {
     DropFullImage(recycler);
-    fullImage = OpenFullImage(recycler);
+    fullImage = OpenFullImage(recycler, true);
     return fullImage.get();
 }
 

@@ -53,12 +53,14 @@ public:
     void DropScreenImage() { screenImage.reset(); }
     // The full-size picture is big enough that its buffer is worth keeping
     // between photos: with a recycler these take their pixels from it and
-    // give them back to it.
+    // give them back to it. LoadFullImage serves a commit, so damaged data
+    // (which would be written back with grey in it) counts as unreadable.
     Bitmap* LoadFullImage(BitmapRecycler* recycler = nullptr);
     void DropFullImage(BitmapRecycler* recycler = nullptr);
     // The file at full resolution, owned by the caller; an empty bitmap when
-    // the file cannot be read.
-    std::unique_ptr<Bitmap> OpenFullImage(BitmapRecycler* recycler = nullptr);
+    // the file cannot be read (or, with `refuseDamaged`, is damaged).
+    std::unique_ptr<Bitmap> OpenFullImage(BitmapRecycler* recycler = nullptr,
+                                          bool refuseDamaged = false);
 
     // The file fitted into `target` (FitInto), refreshing sourceSize. The
     // picture is never larger than the box; a small one is enlarged. A file
@@ -95,6 +97,9 @@ public:
     std::unique_ptr<Bitmap> fullImage;
     Size sourceSize; // of the file's picture, refreshed by LoadScaled
     Size screenSize; // of screenImage as LoadScreenImage made it
+    // Why the last load on the user-interface thread failed, as a cause for
+    // ReadErrorText; empty after one that worked.
+    std::string readError;
     CPendingEdits edits;
 
 private:

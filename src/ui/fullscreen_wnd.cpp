@@ -16,6 +16,7 @@
 #include "imageops/selection_pass.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
+#include "platform/jpeg_codec.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
 
@@ -723,7 +724,13 @@ bool CFullScreenWnd::CommitChanges() {
             m_imageOpsDlg->ResetColorControls();
             m_imageOpsDlg->ResetProcessor();
         }
-        if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler) == 0) {
+        if (!photo->fullImage || photo->fullImage->IsEmpty()) {
+            // Unreadable or damaged: nothing is written, and the pictures
+            // show the file as it stays.
+            failures.push_back(ReadErrorText(photo->path, photo->readError));
+            photo->DropFullImage(&m_recycler);
+            photo->RebuildImages(GetThumbSize(), GetScreenSize(), photo->screenImage != nullptr);
+        } else if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler) == 0) {
             failures.push_back({TIVOX_TR("Could not write %s"), {photo->path}});
         }
         photo->edits.Clear();

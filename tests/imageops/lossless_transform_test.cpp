@@ -84,7 +84,7 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     ASSERT_TRUE(test::WriteFile(path, junk));
     error.clear();
     EXPECT_EQ(LosslessTransformPhoto(kLosslessRotateLeft, photo, host, error), -1);
-    EXPECT_EQ(error, "Error in lossless JPEG transform.");
+    EXPECT_EQ(error, "Could not read " + path + ": it is not a readable JPEG picture.");
     EXPECT_EQ(Contents(), junk);
     EXPECT_FALSE(TempFileLeft());
     EXPECT_EQ(host.invalidations, 2); // the window repaints in any case

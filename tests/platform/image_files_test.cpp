@@ -6,6 +6,7 @@
 
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
+#include "support/batch_runner.h"
 #include "support/photo_pixels.h"
 #include "support/test_jpeg.h"
 
@@ -140,6 +141,24 @@ TEST(JpegCodec, HugeFramesAreRefusedBeforeTheirCoefficientsAreAllocated) {
         EXPECT_FALSE(
             TransformJpeg(b->data(), b->size(), JpegTransform::Rotate90, turned, perfect, error));
         EXPECT_EQ(error, kJpegTooLarge);
+    }
+
+    // Every command says so, naming the file.
+    test::TempDir dir;
+    const std::string file = dir.File("huge.jpg");
+    ASSERT_TRUE(test::WriteFile(file, progressive));
+    const std::vector<std::vector<std::string>> commands = {
+        {"show", file, "--screen", "1920x1080", "--out", dir.File("s.jpg")},
+        {"thumbs", dir.path(), "--box", "160x120", "--out", dir.path()},
+        {"transform", "left", file},
+        {"edit", file, "--negative"}};
+    for (const auto& args : commands) {
+        const test::CommandRun run = test::RunBatch(args);
+        EXPECT_EQ(run.exitCode, 1) << args[0];
+        EXPECT_NE(run.output.find("Could not read " + file +
+                                  ": the picture is too large for the memory budget."),
+                  std::string::npos)
+            << run.output;
     }
 }
 
