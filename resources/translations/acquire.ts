@@ -140,62 +140,34 @@ Abgebrochen.</translation>
         <translation>Kopieren abgeschlossen.</translation>
     </message>
     <message>
-        <source>Restoring from the backup folder deletes the files in the current photo folder
-and replaces them with the originals from the backup folder.
-
-Continue?</source>
-        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die Dateien im aktuellen Fotoordner gelöscht
-und durch die Originale aus dem Sicherungsordner ersetzt.
-
-Fortfahren?</translation>
-    </message>
-    <message>
-        <source>Restoring from the backup folder deletes the %s file and %s folder in the current photo folder
-and replaces them with the originals from the backup folder.
-
-Continue?</source>
-        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Datei und %s Ordner im aktuellen Fotoordner gelöscht
-und durch die Originale aus dem Sicherungsordner ersetzt.
-
-Fortfahren?</translation>
-    </message>
-    <message>
-        <source>Restoring from the backup folder deletes the %s file and %s folders in the current photo folder
-and replaces them with the originals from the backup folder.
-
-Continue?</source>
-        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Datei und %s Ordner im aktuellen Fotoordner gelöscht
-und durch die Originale aus dem Sicherungsordner ersetzt.
-
-Fortfahren?</translation>
-    </message>
-    <message>
-        <source>Restoring from the backup folder deletes the %s files and %s folder in the current photo folder
-and replaces them with the originals from the backup folder.
-
-Continue?</source>
-        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Dateien und %s Ordner im aktuellen Fotoordner gelöscht
-und durch die Originale aus dem Sicherungsordner ersetzt.
-
-Fortfahren?</translation>
-    </message>
-    <message>
-        <source>Restoring from the backup folder deletes the %s files and %s folders in the current photo folder
-and replaces them with the originals from the backup folder.
-
-Continue?</source>
-        <translation>Beim Wiederherstellen aus dem Sicherungsordner werden die %s Dateien und %s Ordner im aktuellen Fotoordner gelöscht
-und durch die Originale aus dem Sicherungsordner ersetzt.
-
-Fortfahren?</translation>
-    </message>
-    <message>
-        <source>No backup files found!
+        <source>No backup files found in %s.
 
 Aborted.</source>
-        <translation>Keine Sicherungsdateien gefunden!
+        <translation>Keine Sicherungsdateien in %s gefunden.
 
 Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Restoring replaces everything in the photo folder with the photos of its backup.
+
+Photo folder: %s
+Files to delete: %s
+Folders to delete: %s
+
+Backup folder: %s
+Photos to restore: %s
+
+Continue?</source>
+        <translation>Beim Wiederherstellen wird alles im Fotoordner durch die Fotos seiner Sicherung ersetzt.
+
+Fotoordner: %s
+Zu löschende Dateien: %s
+Zu löschende Ordner: %s
+
+Sicherungsordner: %s
+Wiederherzustellende Fotos: %s
+
+Fortfahren?</translation>
     </message>
     <message>
         <source>Finished restoring the photo folder from its backup.</source>
@@ -208,6 +180,86 @@ Aborted.</source>
         <translation>Der Fotoordner und das Laufwerk der Digitalkamera überschneiden sich.
 Auf das Laufwerk der Kamera wird nie geschrieben.
 Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Restoring the photo folder from its backup did not complete.</source>
+        <translation>Die Wiederherstellung des Fotoordners aus seiner Sicherung ist nicht vollständig.</translation>
+    </message>
+    <message>
+        <source>Copying the photos did not complete.</source>
+        <translation>Das Kopieren der Fotos ist nicht vollständig.</translation>
+    </message>
+    <message>
+        <source>Photos copied and verified: %s of %s.</source>
+        <translation>Kopierte und geprüfte Fotos: %s von %s.</translation>
+    </message>
+    <message>
+        <source>Copied and verified into the backup folder: %s of %s.</source>
+        <translation>In den Sicherungsordner kopiert und geprüft: %s von %s.</translation>
+    </message>
+    <message>
+        <source>No backup was made.</source>
+        <translation>Es wurde keine Sicherung angelegt.</translation>
+    </message>
+    <message>
+        <source>Not copied:</source>
+        <translation>Nicht kopiert:</translation>
+    </message>
+    <message>
+        <source>Not copied into the backup folder:</source>
+        <translation>Nicht in den Sicherungsordner kopiert:</translation>
+    </message>
+    <message>
+        <source>%s more photos were not copied.</source>
+        <translation>%s weitere Fotos wurden nicht kopiert.</translation>
+    </message>
+    <message>
+        <source>The backup folder still holds these photos.</source>
+        <translation>Der Sicherungsordner enthält diese Fotos weiterhin.</translation>
+    </message>
+    <message>
+        <source>The camera card still holds these photos: do not erase it yet.</source>
+        <translation>Die Speicherkarte der Kamera enthält diese Fotos noch: Löschen Sie sie noch nicht.</translation>
+    </message>
+    <message>
+        <source>the disc is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>cannot be read: %s</source>
+        <translation>kann nicht gelesen werden: %s</translation>
+    </message>
+    <message>
+        <source>the copy cannot be written: %s</source>
+        <translation>die Kopie kann nicht geschrieben werden: %s</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>the copy cannot be read back: %s</source>
+        <translation>die Kopie kann nicht zurückgelesen werden: %s</translation>
+    </message>
+    <message>
+        <source>the copy read back from the disc differs from the original</source>
+        <translation>die vom Datenträger zurückgelesene Kopie weicht vom Original ab</translation>
+    </message>
+    <message>
+        <source>the copy cannot be flushed to the disc: %s</source>
+        <translation>die Kopie kann nicht auf den Datenträger geschrieben werden: %s</translation>
+    </message>
+    <message>
+        <source>%s exists already</source>
+        <translation>%s ist bereits vorhanden</translation>
+    </message>
+    <message>
+        <source>the copy cannot be named %s: %s</source>
+        <translation>die Kopie kann nicht %s genannt werden: %s</translation>
+    </message>
+    <message>
+        <source>the names of the copies cannot be flushed to the disc: %s</source>
+        <translation>die Namen der Kopien können nicht auf den Datenträger geschrieben werden: %s</translation>
     </message>
 </context>
 </TS>

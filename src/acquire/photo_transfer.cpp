@@ -18,10 +18,13 @@ namespace tivox {
 
 namespace {
 
-// A batch of copies is named after one flush of the disc; these limits keep
-// the photos appearing steadily on big cards.
+// A batch of copies is flushed to the disc at once, and read back while the
+// next one is copied. Small batches keep the photos appearing steadily and
+// leave little to read back after the last copy; each costs one flush.
 constexpr std::size_t kBatchFiles = 256;
-constexpr std::uint64_t kBatchBytes = std::uint64_t(256) << 20;
+constexpr std::uint64_t kBatchBytes = std::uint64_t(64) << 20;
+// A message box holds this many lines of a list before it outgrows the screen.
+constexpr std::size_t kListedFailures = 15;
 
 const char* const kCannotCreateTarget = TIVOX_TR("Could not create the target folder.\nAborted.");
 const char* const kTargetIsFile =
@@ -64,8 +67,9 @@ struct FileCloser {
 
 } // namespace
 
-CPhotoTransfer::CPhotoTransfer(IPrompt& prompt, IProgressSink& progress, IBusyIndicator& busy)
-    : m_prompt(prompt), m_progress(progress), m_busy(busy) {}
+CPhotoTransfer::CPhotoTransfer(IPrompt& prompt, IProgressSink& progress, IBusyIndicator& busy,
+                               FileOps& ops)
+    : m_prompt(prompt), m_progress(progress), m_busy(busy), m_copies(ops) {}
 
 PromptAnswer CPhotoTransfer::Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
                                  PromptAnswer defaultAnswer) {
@@ -182,7 +186,7 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
     DeleteFolderContents(photos);
     m_report.photos.found = CopyTree(source, photos, m_report.photos);
 
-    TransferOutcome outcome = TransferOutcome::Finished;
+    bool backupAborted = false;
     if (m_createBackup) {
         const std::string backup = GetBackupFolderPath(m_baseFolder, m_photoFolder);
         if (EnsureFolder(backup, TIVOX_TR("Could not create the backup folder.\nAborted."),
@@ -191,57 +195,100 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
             DeleteFolderContents(backup);
             m_report.backup.found = CopyTree(photos, backup, m_report.backup);
         } else {
-            outcome = TransferOutcome::BackupAborted;
+            backupAborted = true;
         }
     }
-    Tell(TIVOX_TR("Finished copying."), PromptIcon::Information);
+    const TransferOutcome outcome = TellReport(false, backupAborted);
     m_progress.SetPos(0);
     return outcome;
 }
 
+// Restore reads the controls first, as Get Photos does, so that it works on
+// the folder the window shows; it looks for photos in the backup before it
+// asks, and the question names the photo folder and what both sides hold.
+// Working on the fields of the last read instead emptied a folder other than
+// the one on screen when a new name had just been typed.
 TransferOutcome CPhotoTransfer::OnRestore() {
+    if (m_readControls)
+        m_readControls();
     m_report = {};
     const std::string photos = GetPhotoFolderPath(m_baseFolder, m_photoFolder);
     const std::string backup = GetBackupFolderPath(m_baseFolder, m_photoFolder);
-    // The question says how much of the photo folder will go, when anything.
+    const int count = CFileWalker(".jpg").Walk(backup);
+    if (count == 0) {
+        Ask({TIVOX_TR("No backup files found in %s.\n\nAborted."), {backup}}, PromptIcon::Warning,
+            PromptButtons::Ok, PromptAnswer::Ok);
+        return TransferOutcome::Aborted;
+    }
     const FolderContents contents = ContentsToGo(photos);
-    UiText question{TIVOX_TR("Restoring from the backup folder deletes the files in the current "
-                             "photo folder\nand replaces them with the originals from the backup "
-                             "folder.\n\nContinue?"),
-                    {}};
-    const char* const counted[4] = {
-        TIVOX_TR("Restoring from the backup folder deletes the %s file and %s folder in the "
-                 "current photo folder\nand replaces them with the originals from the backup "
-                 "folder.\n\nContinue?"),
-        TIVOX_TR("Restoring from the backup folder deletes the %s file and %s folders in the "
-                 "current photo folder\nand replaces them with the originals from the backup "
-                 "folder.\n\nContinue?"),
-        TIVOX_TR("Restoring from the backup folder deletes the %s files and %s folder in the "
-                 "current photo folder\nand replaces them with the originals from the backup "
-                 "folder.\n\nContinue?"),
-        TIVOX_TR("Restoring from the backup folder deletes the %s files and %s folders in the "
-                 "current photo folder\nand replaces them with the originals from the backup "
-                 "folder.\n\nContinue?")};
-    if (!contents.Empty())
-        question = CountedText(counted, contents);
+    const UiText question{
+        TIVOX_TR("Restoring replaces everything in the photo folder with the photos of its "
+                 "backup.\n\nPhoto folder: %s\nFiles to delete: %s\nFolders to delete: "
+                 "%s\n\nBackup folder: %s\nPhotos to restore: %s\n\nContinue?"),
+        {photos, std::to_string(contents.files), std::to_string(contents.folders), backup,
+         std::to_string(count)}};
     if (Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::No) !=
         PromptAnswer::Yes)
         return TransferOutcome::Aborted;
 
-    const int count = CFileWalker(".jpg").Walk(backup);
-    if (count == 0) {
-        Tell(TIVOX_TR("No backup files found!\n\nAborted."), PromptIcon::Warning);
-        return TransferOutcome::Aborted;
-    }
     m_progress.SetRange(0, count);
     m_progress.SetStep(1);
     if (!EnsureFolder(photos, kCannotCreateTarget, kTargetIsFile))
         return TransferOutcome::Aborted;
     DeleteFolderContents(photos);
     m_report.photos.found = CopyTree(backup, photos, m_report.photos);
-    Tell(TIVOX_TR("Finished restoring the photo folder from its backup."), PromptIcon::Information);
+    const TransferOutcome outcome = TellReport(true, false);
     m_progress.SetPos(0);
-    return TransferOutcome::Finished;
+    return outcome;
+}
+
+TransferOutcome CPhotoTransfer::TellReport(bool restore, bool backupAborted) {
+    const PassReport& photos = m_report.photos;
+    const PassReport& backup = m_report.backup;
+    const bool complete = photos.failures.empty() && backup.failures.empty() && !backupAborted;
+    const auto counted = [&](const char* format, const PassReport& pass) {
+        return Translated({format, {std::to_string(pass.copied), std::to_string(pass.found)}});
+    };
+    const auto listed = [&](const char* heading, const std::vector<CopyFailure>& failures) {
+        std::string text = "\n\n" + Translated({heading, {}});
+        for (std::size_t i = 0; i < failures.size() && i < kListedFailures; ++i)
+            text += "\n" + failures[i].source + ": " + Translated(failures[i].cause);
+        if (failures.size() > kListedFailures)
+            text += "\n" + Translated({TIVOX_TR("%s more photos were not copied."),
+                                       {std::to_string(failures.size() - kListedFailures)}});
+        return text;
+    };
+    std::string message;
+    if (restore)
+        message = Translated(
+            {complete ? TIVOX_TR("Finished restoring the photo folder from its backup.")
+                      : TIVOX_TR("Restoring the photo folder from its backup did not complete."),
+             {}});
+    else
+        message = Translated({complete ? TIVOX_TR("Finished copying.")
+                                       : TIVOX_TR("Copying the photos did not complete."),
+                              {}});
+    message += "\n" + counted(TIVOX_TR("Photos copied and verified: %s of %s."), photos);
+    if (!restore && m_createBackup)
+        message += "\n" + (backupAborted ? Translated({TIVOX_TR("No backup was made."), {}})
+                                         : counted(TIVOX_TR("Copied and verified into the "
+                                                            "backup folder: %s of %s."),
+                                                   backup));
+    if (!photos.failures.empty()) {
+        message += listed(TIVOX_TR("Not copied:"), photos.failures);
+        message += "\n\n" + Translated({restore ? TIVOX_TR("The backup folder still holds these "
+                                                           "photos.")
+                                                : TIVOX_TR("The camera card still holds these "
+                                                           "photos: do not erase it yet."),
+                                        {}});
+    }
+    if (!backup.failures.empty())
+        message += listed(TIVOX_TR("Not copied into the backup folder:"), backup.failures);
+    Ask({"%s", {message}}, complete ? PromptIcon::Information : PromptIcon::Warning,
+        PromptButtons::Ok, PromptAnswer::Ok);
+    if (backupAborted)
+        return TransferOutcome::BackupAborted;
+    return complete ? TransferOutcome::Finished : TransferOutcome::Incomplete;
 }
 
 int CPhotoTransfer::CopyTree(const std::string& from, const std::string& to, PassReport& report) {
@@ -251,6 +298,10 @@ int CPhotoTransfer::CopyTree(const std::string& from, const std::string& to, Pas
     m_pass = &report;
     const int found = copier.Walk(from);
     FlushCopies();
+    // The names given (and the renames by the rule) last only once flushed.
+    UiText cause;
+    if (report.copied > 0 && !m_copies.SyncNames(to, cause))
+        report.failures.push_back({to, cause});
     m_pass = nullptr;
     return found;
 }
@@ -274,29 +325,33 @@ bool CPhotoTransfer::EnsureFolder(const std::string& path, const char* cannotCre
 
 void CPhotoTransfer::CopyPhoto(const std::string& source, const std::string& name,
                                const std::string& targetFolder) {
-    if (!m_copies.Stage(source, targetFolder, name)) {
+    UiText cause;
+    if (!m_copies.Stage(source, targetFolder, name, cause)) {
         if (m_pass)
-            ++m_pass->failed;
+            m_pass->failures.push_back({source, cause});
         return;
     }
     if (m_copies.Count() >= kBatchFiles || m_copies.Bytes() >= kBatchBytes)
-        FlushCopies();
+        FlushCopies(false);
 }
 
-void CPhotoTransfer::FlushCopies() {
-    const std::size_t staged = m_copies.Count();
-    std::size_t named = 0;
-    m_copies.Commit([&](const std::string& path) {
-        ++named;
+void CPhotoTransfer::FlushCopies(bool all) {
+    const auto linked = [&](const std::string& path) {
         if (m_pass)
             ++m_pass->copied;
         if (!m_renamingRule.empty())
             RenamePhoto(path);
         else if (m_pass)
             ++m_pass->keptName;
-    });
-    if (m_pass)
-        m_pass->failed += int(staged - named);
+    };
+    const auto failed = [&](const std::string& source, const UiText& cause) {
+        if (m_pass)
+            m_pass->failures.push_back({source, cause});
+    };
+    if (all)
+        m_copies.Finish(linked, failed);
+    else
+        m_copies.Commit(linked, failed);
 }
 
 void CPhotoTransfer::RenamePhoto(const std::string& path) {

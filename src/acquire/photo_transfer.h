@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "acquire/mount_table.h"
 #include "acquire/safe_copy.h"
@@ -19,13 +20,19 @@
 
 namespace tivox {
 
+// A photo that was not copied, and why.
+struct CopyFailure {
+    std::string source; // the file that was to be copied
+    UiText cause;
+};
+
 // What one pass (the copy from the card, the backup, or a restore) did.
 struct PassReport {
     int found = 0;    // files that passed the ".jpg" filter
-    int copied = 0;   // copies that got their name
-    int failed = 0;   // copies that failed and were skipped
+    int copied = 0;   // copies read back, found equal to their source, and named
     int renamed = 0;  // copies renamed by the rule
     int keptName = 0; // copies that kept their name (no EXIF, or the rename failed)
+    std::vector<CopyFailure> failures; // in the order of the walk
 };
 
 struct TransferReport {
@@ -34,14 +41,17 @@ struct TransferReport {
 };
 
 enum class TransferOutcome {
-    Finished,      // ended with the finish message
+    Finished,      // every photo copied and verified
+    Incomplete,    // ran to its end, but some photos were not copied
     BackupAborted, // the photos are in place, the backup couldn't be made
     Aborted,       // stopped before anything was deleted or copied
 };
 
 class CPhotoTransfer {
 public:
-    CPhotoTransfer(IPrompt& prompt, IProgressSink& progress, IBusyIndicator& busy);
+    // ops: the copies' writes and flushes, which tests make fail.
+    CPhotoTransfer(IPrompt& prompt, IProgressSink& progress, IBusyIndicator& busy,
+                   FileOps& ops = SystemFileOps());
     CPhotoTransfer(const CPhotoTransfer&) = delete;
     CPhotoTransfer& operator=(const CPhotoTransfer&) = delete;
 
@@ -53,9 +63,11 @@ public:
     int m_createBackup = 1;
     int m_renameCounter = 1; // running number of collision names
 
-    // The dialog's "read the controls" step, run first by OnGetPhotos (not by
-    // OnRestore, which works on the fields as they stand). May be empty.
+    // The dialog's "read the controls" step, run first by both commands, so
+    // that they work on what the window shows. May be empty.
     std::function<void()> m_readControls;
+    // Turns the English texts of the final report into the user's language.
+    Translator m_translate;
     // Where the mount table and sysfs are read from (tests fake them).
     DriveSources m_driveSources;
     // The batch front end may name any folder as the card; the window insists
@@ -71,8 +83,10 @@ public:
     // name, and is renamed by the rule, at the next FlushCopies.
     void CopyPhoto(const std::string& source, const std::string& name,
                    const std::string& targetFolder);
-    // Names every copy made so far and renames it by the rule.
-    void FlushCopies();
+    // Flushes the copies made so far, checks them, names each that read back
+    // equal to its source and renames it by the rule. With all false the
+    // check of the newest ones runs on while the caller copies on.
+    void FlushCopies(bool all = true);
     // Renames a new copy by the rule from its EXIF data. A collision takes
     // the next running number; any other failure leaves the camera name.
     void RenamePhoto(const std::string& path);
@@ -89,6 +103,10 @@ private:
     bool CameraDriveChosen() const;
     bool CameraLooksRemovable() const;
     int CopyTree(const std::string& from, const std::string& to, PassReport& report);
+    std::string Translated(const UiText& text) const { return RenderUiText(text, m_translate); }
+    // The closing message: the counts, every photo not copied with its
+    // cause, and "Finished" only when nothing failed.
+    TransferOutcome TellReport(bool restore, bool backupAborted);
 
     IPrompt& m_prompt;
     IProgressSink& m_progress;

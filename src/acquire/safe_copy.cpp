@@ -3,17 +3,22 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <xxhash.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <vector>
+#include <cstring>
+#include <memory>
+#include <utility>
 
 #include "acquire/file_walker.h"
 
 namespace tivox {
 
 namespace {
+
+// Big enough that a photo takes a handful of calls.
+constexpr std::size_t kBufferSize = std::size_t(1) << 20;
 
 class Fd {
 public:
@@ -22,8 +27,10 @@ public:
         if (m_fd >= 0)
             close(m_fd);
     }
+    Fd(Fd&& other) noexcept : m_fd(other.m_fd) { other.m_fd = -1; }
     Fd(const Fd&) = delete;
     Fd& operator=(const Fd&) = delete;
+    Fd& operator=(Fd&&) = delete;
     int get() const { return m_fd; }
     explicit operator bool() const { return m_fd >= 0; }
     // Closes now and tells whether the close reported an error.
@@ -37,6 +44,24 @@ private:
     int m_fd;
 };
 
+struct HashStateFree {
+    void operator()(XXH3_state_t* state) const { XXH3_freeState(state); }
+};
+
+class Hash {
+public:
+    Hash() : m_state(XXH3_createState()) {
+        if (m_state)
+            XXH3_64bits_reset(m_state.get());
+    }
+    explicit operator bool() const { return m_state != nullptr; }
+    void Add(const void* data, std::size_t size) { XXH3_64bits_update(m_state.get(), data, size); }
+    std::uint64_t Value() const { return XXH3_64bits_digest(m_state.get()); }
+
+private:
+    std::unique_ptr<XXH3_state_t, HashStateFree> m_state;
+};
+
 // Opens the source read-only, without touching its access time when the
 // system lets us (it does for the file's owner).
 int OpenSource(const std::string& path) {
@@ -46,53 +71,17 @@ int OpenSource(const std::string& path) {
     return fd;
 }
 
-bool CopyWithBuffer(int in, int out) {
-    std::vector<char> buffer(1 << 18);
-    for (;;) {
-        const ssize_t n = read(in, buffer.data(), buffer.size());
-        if (n == 0)
-            return true;
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
-        for (ssize_t done = 0; done < n;) {
-            const ssize_t w = write(out, buffer.data() + done, std::size_t(n - done));
-            if (w < 0) {
-                if (errno == EINTR)
-                    continue;
-                return false;
-            }
-            done += w;
-        }
-    }
+// The cause of a failed call: a full disc in plain words, anything else with
+// the system's text for error.
+UiText SystemCause(const char* format, int error) {
+    if (error == ENOSPC || error == EDQUOT)
+        return {TIVOX_TR("the disc is full"), {}};
+    return {format, {std::strerror(error)}};
 }
 
-// The whole content of in into out. The kernel copies by itself where it can;
-// file systems that refuse get an ordinary read and write loop.
-bool CopyContent(int in, int out, std::uint64_t size) {
-    std::uint64_t left = size;
-    bool first = true;
-    while (left > 0) {
-        const ssize_t n = copy_file_range(in, nullptr, out, nullptr, std::size_t(left), 0);
-        if (n > 0) {
-            left -= std::uint64_t(n);
-            first = false;
-            continue;
-        }
-        if (n == 0)
-            break; // the source got shorter; read on to its true end
-        if (errno == EINTR)
-            continue;
-        if (first && (errno == EXDEV || errno == ENOSYS || errno == EINVAL || errno == EOPNOTSUPP ||
-                      errno == EBADF))
-            return CopyWithBuffer(in, out);
-        return false;
-    }
-    // A source that grew or shrank while copying is read to its end.
-    return CopyWithBuffer(in, out);
-}
+const char* const kCannotRead = TIVOX_TR("cannot be read: %s");
+const char* const kCannotWrite = TIVOX_TR("the copy cannot be written: %s");
+const char* const kCannotReadBack = TIVOX_TR("the copy cannot be read back: %s");
 
 } // namespace
 
@@ -121,82 +110,202 @@ RenameResult RenameNoReplace(const std::string& from, const std::string& to) {
 }
 
 CStagedCopies::~CStagedCopies() {
-    Discard();
+    if (m_checking.valid()) {
+        const Checked checked = m_checking.get();
+        for (const Staged& s : checked.first)
+            unlink(s.tempPath.c_str());
+    }
+    for (const Staged& s : m_staged)
+        unlink(s.tempPath.c_str());
+}
+
+bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, UiText& cause) {
+    Hash sum;
+    if (!sum) {
+        cause = SystemCause(kCannotRead, ENOMEM);
+        return false;
+    }
+    m_buffer.resize(kBufferSize);
+    // Read to the true end, also when the source grew or shrank meanwhile.
+    for (;;) {
+        const ssize_t n = read(in, m_buffer.data(), m_buffer.size());
+        if (n == 0)
+            break;
+        if (n < 0) {
+            if (errno == EINTR)
+                continue;
+            cause = SystemCause(kCannotRead, errno);
+            return false;
+        }
+        sum.Add(m_buffer.data(), std::size_t(n));
+        if (!m_ops.WriteAll(out, m_buffer.data(), std::size_t(n))) {
+            cause = SystemCause(kCannotWrite, errno);
+            return false;
+        }
+    }
+    hash = sum.Value();
+    return true;
 }
 
 bool CStagedCopies::Stage(const std::string& source, const std::string& folder,
-                          const std::string& finalName) {
+                          const std::string& finalName, UiText& cause) {
     Fd in(OpenSource(source));
     struct stat st {};
-    if (!in || fstat(in.get(), &st) != 0 || !S_ISREG(st.st_mode))
+    if (!in || fstat(in.get(), &st) != 0) {
+        cause = SystemCause(kCannotRead, errno);
         return false;
+    }
+    if (!S_ISREG(st.st_mode)) {
+        cause = {TIVOX_TR("not a regular file"), {}};
+        return false;
+    }
+    posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL); // a longer read-ahead
     std::string temp = folder;
     AppendBackslash(temp);
     const std::string finalPath = temp + finalName;
     temp += ".tivox-copy-XXXXXX";
     Fd out(mkostemp(temp.data(), O_CLOEXEC));
-    if (!out)
+    if (!out) {
+        cause = SystemCause(kCannotWrite, errno);
         return false;
+    }
     const timespec times[2] = {st.st_atim, st.st_mtim};
-    bool ok = CopyContent(in.get(), out.get(), std::uint64_t(st.st_size)) &&
-              fchmod(out.get(), (st.st_mode & 0666) | S_IRUSR | S_IWUSR) == 0 &&
-              futimens(out.get(), times) == 0;
+    std::uint64_t hash = 0;
+    bool ok = CopyAndHash(in.get(), out.get(), hash, cause);
+    if (ok && (fchmod(out.get(), (st.st_mode & 0666) | S_IRUSR | S_IWUSR) != 0 ||
+               futimens(out.get(), times) != 0)) {
+        cause = SystemCause(kCannotWrite, errno);
+        ok = false;
+    }
     // Start the write-back now, so that the flush of the batch finds little
     // left to do.
     if (ok)
         sync_file_range(out.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
-    ok = out.Close() && ok;
+    if (!out.Close() && ok) {
+        cause = SystemCause(kCannotWrite, errno);
+        ok = false;
+    }
     if (!ok) {
         unlink(temp.c_str());
         return false;
     }
-    m_staged.push_back({temp, finalPath});
+    m_staged.push_back({source, temp, finalPath, hash});
     m_bytes += std::uint64_t(st.st_size);
     return true;
 }
 
-void CStagedCopies::Commit(const std::function<void(const std::string& finalPath)>& linked) {
+std::vector<UiText> CStagedCopies::CheckBatch(const std::vector<Staged>& batch) {
+    // The copies are on the disc and their pages in memory are clean.
+    // Dropping those pages makes the reads below come from the disc, not from
+    // the bytes just written, which would always compare equal. The disc is
+    // asked for all copies at once: it serves many reads side by side faster
+    // than one after another.
+    std::vector<std::pair<Fd, int>> files; // each copy, or the errno of its open
+    files.reserve(batch.size());
+    for (const auto& s : batch) {
+        Fd fd(open(s.tempPath.c_str(), O_RDONLY | O_CLOEXEC));
+        const int error = errno;
+        if (fd) {
+            posix_fadvise(fd.get(), 0, 0, POSIX_FADV_DONTNEED);
+            posix_fadvise(fd.get(), 0, 0, POSIX_FADV_WILLNEED);
+        }
+        files.emplace_back(std::move(fd), error);
+    }
+    std::vector<UiText> causes(batch.size());
+    std::vector<unsigned char> buffer(kBufferSize);
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        const int fd = files[i].first.get();
+        Hash sum;
+        if (fd < 0 || !sum) {
+            causes[i] = SystemCause(kCannotReadBack, fd < 0 ? files[i].second : ENOMEM);
+            continue;
+        }
+        ssize_t n;
+        while ((n = read(fd, buffer.data(), buffer.size())) != 0) {
+            if (n > 0)
+                sum.Add(buffer.data(), std::size_t(n));
+            else if (errno != EINTR)
+                break;
+        }
+        if (n < 0)
+            causes[i] = SystemCause(kCannotReadBack, errno);
+        else if (sum.Value() != batch[i].hash)
+            causes[i] = {TIVOX_TR("the copy read back from the disc differs from the original"),
+                         {}};
+        // And leave no copy in memory: a card is bigger than the page cache.
+        posix_fadvise(fd, 0, 0, POSIX_FADV_DONTNEED);
+        files[i].first.Close();
+    }
+    return causes;
+}
+
+void CStagedCopies::Commit(const Linked& linked, const Failed& failed) {
+    NameChecked(linked, failed);
     if (m_staged.empty())
         return;
-    // One flush of the file system covers every staged file; a failure means
-    // none of them can be trusted.
-    std::string folder, name;
-    SplitFolderPath(m_staged.front().tempPath, folder, name);
-    Fd dir(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!dir || syncfs(dir.get()) != 0) {
-        Discard();
-        return;
-    }
     std::vector<Staged> staged;
     staged.swap(m_staged);
     m_bytes = 0;
-    for (const Staged& s : staged) {
-        if (RenameNoReplace(s.tempPath, s.finalPath) == RenameResult::Ok) {
-            if (linked)
-                linked(s.finalPath);
-        } else {
+    // One flush of the file system covers every staged file; a failure means
+    // none of them can be trusted.
+    std::string folder, name;
+    SplitFolderPath(staged.front().tempPath, folder, name);
+    Fd dir(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!dir || m_ops.Syncfs(dir.get()) != 0) {
+        const UiText cause =
+            SystemCause(TIVOX_TR("the copy cannot be flushed to the disc: %s"), errno);
+        for (const Staged& s : staged) {
             unlink(s.tempPath.c_str());
+            if (failed)
+                failed(s.source, cause);
         }
+        return;
+    }
+    m_checking = std::async(std::launch::async, [batch = std::move(staged)]() mutable {
+        std::vector<UiText> causes = CheckBatch(batch);
+        return Checked{std::move(batch), std::move(causes)};
+    });
+}
+
+void CStagedCopies::Finish(const Linked& linked, const Failed& failed) {
+    Commit(linked, failed);
+    NameChecked(linked, failed);
+}
+
+void CStagedCopies::NameChecked(const Linked& linked, const Failed& failed) {
+    if (!m_checking.valid())
+        return;
+    const Checked checked = m_checking.get();
+    for (std::size_t i = 0; i < checked.first.size(); ++i) {
+        const Staged& s = checked.first[i];
+        UiText cause = checked.second[i];
+        if (cause.format.empty()) {
+            const RenameResult result = RenameNoReplace(s.tempPath, s.finalPath);
+            const int error = errno;
+            if (result == RenameResult::Ok) {
+                if (linked)
+                    linked(s.finalPath);
+                continue;
+            }
+            if (error == EEXIST)
+                cause = {TIVOX_TR("%s exists already"), {s.finalPath}};
+            else
+                cause = {TIVOX_TR("the copy cannot be named %s: %s"),
+                         {s.finalPath, std::strerror(error)}};
+        }
+        unlink(s.tempPath.c_str());
+        if (failed)
+            failed(s.source, cause);
     }
 }
 
-void CStagedCopies::Discard() {
-    for (const Staged& s : m_staged)
-        unlink(s.tempPath.c_str());
-    m_staged.clear();
-    m_bytes = 0;
-}
-
-bool CopyFileNoReplace(const std::string& source, const std::string& target) {
-    std::string folder, name;
-    if (!SplitFolderPath(target, folder, name))
-        return false;
-    CStagedCopies copies;
-    if (!copies.Stage(source, folder, name))
-        return false;
-    bool done = false;
-    copies.Commit([&](const std::string&) { done = true; });
-    return done;
+bool CStagedCopies::SyncNames(const std::string& folder, UiText& cause) {
+    Fd dir(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (dir && m_ops.Syncfs(dir.get()) == 0)
+        return true;
+    cause =
+        SystemCause(TIVOX_TR("the names of the copies cannot be flushed to the disc: %s"), errno);
+    return false;
 }
 
 } // namespace tivox

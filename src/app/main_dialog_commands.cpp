@@ -153,26 +153,19 @@ void CMainDialogCommands::FillTransfer(CPhotoTransfer& transfer) const {
     transfer.m_createBackup = m_fields.m_createBackup;
     transfer.m_renameCounter = m_renameCounter;
     transfer.m_driveSources = m_driveSources;
+    transfer.m_translate = m_translate;
 }
 
-TransferOutcome CMainDialogCommands::OnGetPhotos(IProgressSink& progress, IBusyIndicator& busy) {
+TransferOutcome CMainDialogCommands::RunTransfer(IProgressSink& progress, IBusyIndicator& busy,
+                                                 bool restore) {
     CPhotoTransfer transfer(m_prompt, progress, busy);
     FillTransfer(transfer);
-    // The transfer reads the controls first; the fields it works on follow.
+    // Both commands read the controls first; the fields they work on follow.
     transfer.m_readControls = [&] {
         UpdateData(true);
         FillTransfer(transfer);
     };
-    const TransferOutcome outcome = transfer.OnGetPhotos();
-    m_renameCounter = transfer.m_renameCounter;
-    m_lastReport = transfer.Report();
-    return outcome;
-}
-
-TransferOutcome CMainDialogCommands::OnRestore(IProgressSink& progress, IBusyIndicator& busy) {
-    CPhotoTransfer transfer(m_prompt, progress, busy);
-    FillTransfer(transfer);
-    const TransferOutcome outcome = transfer.OnRestore();
+    const TransferOutcome outcome = restore ? transfer.OnRestore() : transfer.OnGetPhotos();
     m_renameCounter = transfer.m_renameCounter;
     m_lastReport = transfer.Report();
     return outcome;

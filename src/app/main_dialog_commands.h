@@ -50,15 +50,22 @@ public:
     bool TakeCameraDrive(const std::string& driveName, bool removable);
 
     // Get Photos and Restore from Backup Folder, with the dialog's progress
-    // bar and wait cursor. Both run to their end on the calling thread.
-    TransferOutcome OnGetPhotos(IProgressSink& progress, IBusyIndicator& busy);
-    TransferOutcome OnRestore(IProgressSink& progress, IBusyIndicator& busy);
+    // bar and wait cursor. Both read the controls first and run to their end
+    // on the calling thread.
+    TransferOutcome OnGetPhotos(IProgressSink& progress, IBusyIndicator& busy) {
+        return RunTransfer(progress, busy, false);
+    }
+    TransferOutcome OnRestore(IProgressSink& progress, IBusyIndicator& busy) {
+        return RunTransfer(progress, busy, true);
+    }
     // What the last Get Photos or restore did.
     const TransferReport& LastReport() const { return m_lastReport; }
     int RenameCounter() const { return m_renameCounter; }
 
     // Where drives are looked up (tests fake the mount table).
     DriveSources m_driveSources;
+    // Puts the lists of the transfer's closing report into the user's language.
+    Translator m_translate;
 
     // Base folder, a separator, photo folder; and the same with "_bak".
     std::string GetPhotoFolderPath() const;
@@ -78,6 +85,7 @@ private:
     void PickInto(const UiText& title, std::string& field);
     // A transfer object over the current fields.
     void FillTransfer(CPhotoTransfer& transfer) const;
+    TransferOutcome RunTransfer(IProgressSink& progress, IBusyIndicator& busy, bool restore);
 
     IDialogControls& m_controls;
     IPrompt& m_prompt;

@@ -96,8 +96,9 @@ private:
 };
 
 void PrintPass(const char* what, const PassReport& r) {
-    std::printf("%s: %d found, %d copied, %d failed, %d renamed, %d kept their name\n", what,
-                r.found, r.copied, r.failed, r.renamed, r.keptName);
+    std::printf("%s: %d found, %d copied and verified, %zu failed, %d renamed, %d kept their "
+                "name\n",
+                what, r.found, r.copied, r.failures.size(), r.renamed, r.keptName);
 }
 
 // Divides --photos into the base folder and the photo folder's name.
@@ -188,10 +189,11 @@ int RunRestore(const Args& arguments) {
     TerminalTransfer session(yes);
     if (!session.SetFolders(photos, rule))
         return kExitUsage;
-    if (session.transfer.OnRestore() != TransferOutcome::Finished)
+    const TransferOutcome outcome = session.transfer.OnRestore();
+    if (outcome == TransferOutcome::Aborted)
         return kExitFailure;
     PrintPass("restored", session.transfer.Report().photos);
-    return kExitOk;
+    return outcome == TransferOutcome::Finished ? kExitOk : kExitFailure;
 }
 
 int RunDrives(const Args& arguments) {

@@ -115,6 +115,7 @@ CTivoxDlg::CTivoxDlg(QWidget* parent, std::string settingsPath)
       m_settingsPath(std::move(settingsPath)) {
     m_promptRelay->target = &m_qtPrompt;
     m_pickerRelay->target = &m_qtPicker;
+    m_commands.m_translate = CoreTranslator();
     m_commands.LoadSettings(m_settingsPath);
     setWindowIcon(QIcon(QStringLiteral(":/icons/tivoxplus.svg")));
     BuildLayout();

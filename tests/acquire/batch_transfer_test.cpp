@@ -25,7 +25,7 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
 
     EXPECT_EQ(RunBatch({"transfer", "--card", card, "--photos", photos, "--yes"}, out), 0) << out;
     EXPECT_TRUE(Contains(out, "Finished copying.")) << out;
-    EXPECT_TRUE(Contains(out, "photos: 5 found, 5 copied, 0 failed")) << out;
+    EXPECT_TRUE(Contains(out, "photos: 5 found, 5 copied and verified, 0 failed")) << out;
     EXPECT_EQ(FileNames(photos),
               (std::vector<std::string>{"20040423_150053.jpg", "20040423_150200.jpg",
                                         "20040423_150200_1.jpg", "BROKEN.JPG", "IMG_0004.JPG"}));
@@ -42,13 +42,21 @@ TEST(BatchTransfer, AbortsWithTheMessageAndAFailureCode) {
     const std::string card = dir.File("card"), photos = dir.File("base/P");
     PutFile(card + "/IMG_0001.JPG", PhotoShotAt("2004:07:31 12:00:00"));
     PutFile(dir.File("base/file"), "a file");
-    const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
+    // Two photos of one name: the second is not copied.
+    PutFile(dir.File("twins/A/IMG_0001.JPG"), MakeJpeg({}));
+    PutFile(dir.File("twins/B/IMG_0001.JPG"), MakeJpeg({}));
+    MakeFolder(dir.File("other"));
+    const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
         // Without a terminal, the questions need --yes.
         {{"transfer", "--card", card, "--photos", photos}, 2, "--yes"},
         {{"transfer", "--card", card, "--photos", dir.File("base/file"), "--no-backup", "--yes"},
          1,
          "it is a file, not a folder.\nAborted."},
-        {{"restore", "--photos", photos, "--yes"}, 1, "No backup files found!"},
+        {{"restore", "--photos", photos, "--yes"}, 1, "No backup files found in"},
+        {{"transfer", "--card", dir.File("twins"), "--photos", dir.File("other/P"), "--yes"},
+         1,
+         "B/IMG_0001.JPG: " + dir.File("other/P/IMG_0001.JPG") +
+             " exists already\n\nThe camera card still holds these photos"},
         {{"transfer", "--card", card, "--photos", "/", "--yes"}, 2, "is no photo folder"},
         {{"transfer", "--card", card}, 2, "usage"},
         {{"restore"}, 2, "usage"},

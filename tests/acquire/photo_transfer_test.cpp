@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "acquire/photo_transfer.h"
@@ -17,13 +18,48 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-const char* const kFinished = "Finished copying.";
 const char* const kNoon = "2004:07:31 12:00:00";
+
+bool Has(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// A disc that fills up after `room` bytes, writes one wrong byte into writes
+// bigger than 64 KiB, or fails to flush after `room` flushes.
+class FaultyDisc final : public FileOps {
+public:
+    enum Fault { Full, Corrupting, Unflushable };
+    explicit FaultyDisc(Fault fault, std::size_t room = 0) : m_fault(fault), m_room(room) {}
+    ssize_t Write(int fd, const void* data, std::size_t size) override {
+        if (m_fault == Full && size > m_room) {
+            errno = ENOSPC;
+            return -1;
+        }
+        m_room -= m_fault == Full ? size : 0;
+        if (m_fault != Corrupting || size <= 65536)
+            return FileOps::Write(fd, data, size);
+        std::vector<char> bad(static_cast<const char*>(data),
+                              static_cast<const char*>(data) + size);
+        bad[size / 2] ^= 1;
+        return FileOps::Write(fd, bad.data(), size);
+    }
+    int Syncfs(int fd) override {
+        if (m_fault != Unflushable || m_room-- > 0)
+            return FileOps::Syncfs(fd);
+        errno = EIO;
+        return -1;
+    }
+
+private:
+    Fault m_fault;
+    std::size_t m_room;
+};
 
 class TransferRig {
 public:
     // removable: the card sits on a USB disc; otherwise on a fixed one.
-    explicit TransferRig(bool removable = true) {
+    explicit TransferRig(bool removable = true, FileOps& ops = SystemFileOps())
+        : transfer{prompt, progress, busy, ops} {
         MakeFolder(card);
         MakeFolder(base);
         sources = {dir.File("mountinfo"), dir.File("sys"), dir.File("labels")};
@@ -52,7 +88,7 @@ public:
     ScriptedPrompt prompt;
     RecordingProgress progress;
     CountingBusy busy;
-    CPhotoTransfer transfer{prompt, progress, busy};
+    CPhotoTransfer transfer;
 };
 
 TEST(PhotoTransfer, CollisionNumbersRunAcrossTheMainAndTheBackupPass) {
@@ -75,7 +111,8 @@ TEST(PhotoTransfer, CollisionNumbersRunAcrossTheMainAndTheBackupPass) {
     ASSERT_EQ(stat((rig.Photos() + "/20040731_120000.jpg").c_str(), &st), 0);
     EXPECT_EQ(st.st_mtim.tv_sec, 1091275200);
     EXPECT_EQ(st.st_mtim.tv_nsec, 123456789);
-    EXPECT_EQ(rig.prompt.Texts(), Names{kFinished});
+    EXPECT_EQ(rig.prompt.Texts(), Names{"Finished copying.\nPhotos copied and verified: 4 of 4.\n"
+                                        "Copied and verified into the backup folder: 4 of 4."});
     EXPECT_EQ(rig.prompt.shown[0].icon, PromptIcon::Information);
     EXPECT_EQ(FileNames(rig.Photos()), (Names{"20040731_120000.jpg", "20040731_120000_1.jpg",
                                               "20040731_120500.jpg", "20040731_120500_2.jpg"}));
@@ -99,7 +136,7 @@ TEST(PhotoTransfer, CameraNamesStayWhereTheRuleCannotApply) {
     TransferRig rig;
     rig.transfer.m_createBackup = 0;
     rig.CardPhoto("DCIM/100/IMG_0001.JPG", MakeJpeg({}));
-    rig.CardPhoto("DCIM/101/IMG_0001.JPG", MakeJpeg({})); // same name: lost
+    rig.CardPhoto("DCIM/101/IMG_0001.JPG", MakeJpeg({})); // same name: not copied
     rig.CardPhoto("DCIM/100/IMG_0002.JPG", PhotoShotAt(kNoon));
     rig.CardPhoto("DCIM/100/IMG_0003.jpeg", PhotoShotAt("2004:07:31 13:00:00"));
     rig.CardPhoto("DCIM/100/MVI_0004.AVI", Bytes(100, 7));
@@ -107,14 +144,16 @@ TEST(PhotoTransfer, CameraNamesStayWhereTheRuleCannotApply) {
     rig.CardPhoto("DCIM/100/IMG_0005.JPG", PhotoShotAt(""));
     const auto cardBefore = TreeChecksums(rig.card);
 
-    EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
+    EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Incomplete);
     // TreeNames also shows any temporary file left half-done.
     EXPECT_EQ(TreeNames(rig.Photos()),
               (Names{"20040731_120000.jpg", "BROKEN.jpg", "IMG_0001.JPG", "_.jpg"}));
     EXPECT_EQ(rig.progress.upper, 5); // .jpeg and .AVI don't count
     const PassReport& r = rig.transfer.Report().photos;
-    EXPECT_EQ(std::make_tuple(r.copied, r.failed, r.renamed, r.keptName),
-              std::make_tuple(4, 1, 2, 2));
+    EXPECT_EQ(std::make_tuple(r.copied, r.failures.size(), r.renamed, r.keptName),
+              std::make_tuple(4, 1u, 2, 2));
+    EXPECT_EQ(r.failures[0].source, rig.card + "/DCIM/101/IMG_0001.JPG");
+    EXPECT_EQ(RenderUiText(r.failures[0].cause), rig.Photos() + "/IMG_0001.JPG exists already");
     EXPECT_FALSE(fs::exists(rig.Backup()));
     EXPECT_EQ(TreeChecksums(rig.card), cardBefore);
 }
@@ -137,6 +176,28 @@ TEST(PhotoTransfer, RulesWithoutTokensAndWithSeparators) {
         EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
         EXPECT_EQ(FileNames(rig.Photos()), names);
         EXPECT_EQ(FileNames(rig.base), Names{}); // nothing escaped
+    }
+}
+
+// More photos than one batch holds: each batch is read back while the next
+// one is copied, and the copies are still named in the order of the card.
+TEST(PhotoTransfer, BatchesAreNamedInTheOrderOfTheCard) {
+    TransferRig rig;
+    rig.transfer.m_renamingRule = "trip";
+    rig.transfer.m_createBackup = 0;
+    std::vector<Bytes> photos;
+    for (int i = 0; i < 300; ++i) {
+        char date[32];
+        std::snprintf(date, sizeof date, "2004:07:31 %02d:%02d:00", i / 60, i % 60);
+        photos.push_back(PhotoShotAt(date));
+        rig.CardPhoto("IMG_" + std::to_string(1000 + i) + ".JPG", photos.back());
+    }
+    EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
+    EXPECT_EQ(TreeNames(rig.Photos()).size(), 300u);
+    for (int i : {0, 255, 256, 299}) {
+        Bytes copy;
+        ReadFile(rig.Photos() + (i ? "/trip_" + std::to_string(i) : "/trip") + ".jpg", copy);
+        EXPECT_EQ(copy, photos[std::size_t(i)]) << i;
     }
 }
 
@@ -239,7 +300,8 @@ TEST(PhotoTransfer, BackupProblemsAndAnEmptyCardStillFinish) {
     EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::BackupAborted);
     EXPECT_EQ(rig.prompt.Texts(),
               (Names{"The backup folder path exists,\nbut it is a file, not a folder.\nAborted.",
-                     kFinished}));
+                     "Copying the photos did not complete.\nPhotos copied and verified: 1 of "
+                     "1.\nNo backup was made."}));
     EXPECT_EQ(FileNames(rig.Photos()), Names{"20040731_120000.jpg"});
 
     // With the option off an older backup stays as it was.
@@ -256,38 +318,81 @@ TEST(PhotoTransfer, BackupProblemsAndAnEmptyCardStillFinish) {
     EXPECT_EQ(empty.transfer.OnGetPhotos(), TransferOutcome::Finished);
     EXPECT_EQ(empty.progress.upper, 0);
     EXPECT_EQ(TreeNames(empty.Photos()).size() + TreeNames(empty.Backup()).size(), 0u);
-    EXPECT_EQ(empty.prompt.Texts(), Names{kFinished});
+    EXPECT_EQ(empty.prompt.Texts(),
+              Names{"Finished copying.\nPhotos copied and verified: 0 of 0.\nCopied and verified "
+                    "into the backup folder: 0 of 0."});
 }
 
-// A card file that can't be read (a card going bad) and a disc that runs
-// full on the big photo: only that photo is missing, and no half copy stays.
-TEST(PhotoTransfer, AFailedCopyLosesNoOtherPhotoAndLeavesNoHalfFile) {
+// A disc that runs full, writes wrong bytes or can't flush, and a card file
+// that can't be read: each photo not copied is named with its cause, the
+// message doesn't say "Finished", and no half copy stays.
+TEST(PhotoTransfer, FailedCopiesAreReportedWithTheirCause) {
     TestJpegOptions big = Picture(800, 600, Pattern::Noise);
     CameraExif exif;
     exif.dateTimeOriginal = "2004:07:31 12:00:01";
     big.exif = CameraExifPayload(exif);
-    const Bytes bigPhoto = MakeJpeg(big);
+    const Bytes first = PhotoShotAt(kNoon), bigPhoto = MakeJpeg(big);
     ASSERT_GT(bigPhoto.size(), 65536u);
-    for (bool discFull : {false, true}) {
-        SCOPED_TRACE(discFull ? "disc full" : "unreadable");
-        TransferRig rig;
+    // What is named in the list, below the test's folder, and why.
+    const std::tuple<const char*, FaultyDisc, Names, std::string> cases[] = {
+        {"disc full",
+         FaultyDisc(FaultyDisc::Full, first.size() + 100),
+         {"card/IMG_0002.JPG", "card/IMG_0003.JPG"},
+         "the disc is full"},
+        {"wrong bytes",
+         FaultyDisc(FaultyDisc::Corrupting),
+         {"card/IMG_0002.JPG"},
+         "the copy read back from the disc differs from the original"},
+        {"no flush",
+         FaultyDisc(FaultyDisc::Unflushable),
+         {"card/IMG_0001.JPG", "card/IMG_0002.JPG", "card/IMG_0003.JPG"},
+         "the copy cannot be flushed to the disc: Input/output error"},
+        {"names not flushed",
+         FaultyDisc(FaultyDisc::Unflushable, 1),
+         {"base/Photos"},
+         "the names of the copies cannot be flushed to the disc: Input/output error"},
+    };
+    for (auto [name, disc, listed, cause] : cases) {
+        SCOPED_TRACE(name);
+        TransferRig rig(true, disc);
         rig.transfer.m_createBackup = 0;
-        rig.CardPhoto("IMG_0001.JPG", PhotoShotAt(kNoon));
+        rig.CardPhoto("IMG_0001.JPG", first);
         rig.CardPhoto("IMG_0002.JPG", bigPhoto);
         rig.CardPhoto("IMG_0003.JPG", PhotoShotAt("2004:07:31 12:00:02"));
-        OpenToAll(rig.dir.path());
-        if (!discFull)
-            chmod((rig.card + "/IMG_0002.JPG").c_str(), 0);
         const auto before = TreeChecksums(rig.card);
-        // No file may grow past 64 KiB; root reads everything, so that case
-        // runs as an ordinary user.
-        const int result = RunInChild({!discFull, discFull ? 65536 : -1}, [&] {
-            return int(rig.transfer.OnGetPhotos()) * 10 + rig.transfer.Report().photos.failed;
-        });
-        EXPECT_EQ(result, int(TransferOutcome::Finished) * 10 + 1);
-        EXPECT_EQ(TreeNames(rig.Photos()), (Names{"20040731_120000.jpg", "20040731_120002.jpg"}));
+        EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Incomplete);
+        const std::string text = rig.prompt.Texts().back();
+        const std::size_t copied = 3 - std::size_t(Has(listed[0], "card/")) * listed.size();
+        EXPECT_EQ(text.rfind("Copying the photos did not complete.\nPhotos copied and verified: " +
+                                 std::to_string(copied) + " of 3.\n\nNot copied:",
+                             0),
+                  0u)
+            << text;
+        EXPECT_EQ(rig.prompt.shown.back().icon, PromptIcon::Warning);
+        for (const std::string& path : listed)
+            EXPECT_TRUE(Has(text, rig.dir.File(path) + ": " + cause)) << text;
+        EXPECT_TRUE(Has(text, "The camera card still holds these photos")) << text;
+        EXPECT_EQ(rig.transfer.Report().photos.failures.size(), listed.size());
+        EXPECT_EQ(TreeNames(rig.Photos()).size(), copied); // no temporary file
         EXPECT_EQ(TreeChecksums(rig.card), before);
     }
+    // Root reads everything, so the unreadable card file is read as nobody.
+    TransferRig rig;
+    rig.transfer.m_createBackup = 0;
+    rig.CardPhoto("IMG_0001.JPG", first);
+    rig.CardPhoto("IMG_0002.JPG", first);
+    OpenToAll(rig.dir.path());
+    chmod((rig.card + "/IMG_0002.JPG").c_str(), 0);
+    EXPECT_EQ(RunInChild({true, -1},
+                         [&] {
+                             const bool incomplete =
+                                 rig.transfer.OnGetPhotos() == TransferOutcome::Incomplete;
+                             return incomplete && Has(rig.prompt.Texts().back(),
+                                                      "IMG_0002.JPG: cannot be read: Permission "
+                                                      "denied");
+                         }),
+              1);
+    EXPECT_EQ(TreeNames(rig.Photos()), Names{"20040731_120000.jpg"});
 }
 
 class RestoreTest : public ::testing::Test {
@@ -314,12 +419,15 @@ TEST_F(RestoreTest, BringsTheBackupBackUnderTheCurrentRule) {
     rig.transfer.m_renamingRule = "%Time%";
 
     EXPECT_EQ(rig.transfer.OnRestore(), TransferOutcome::Finished);
-    EXPECT_FALSE(controlsRead);
-    EXPECT_EQ(rig.prompt.Texts(),
-              (Names{"Restoring from the backup folder deletes the 3 files and 1 folder in the "
-                     "current photo folder\nand replaces them with the originals from the backup "
-                     "folder.\n\nContinue?",
-                     "Finished restoring the photo folder from its backup."}));
+    EXPECT_TRUE(controlsRead);
+    EXPECT_EQ(
+        rig.prompt.Texts(),
+        (Names{"Restoring replaces everything in the photo folder with the photos of its "
+               "backup.\n\nPhoto folder: " +
+                   rig.Photos() + "\nFiles to delete: 3\nFolders to delete: 1\n\nBackup folder: " +
+                   rig.Backup() + "\nPhotos to restore: 3\n\nContinue?",
+               "Finished restoring the photo folder from its backup.\nPhotos copied and "
+               "verified: 3 of 3."}));
     EXPECT_EQ(rig.prompt.shown[0].icon, PromptIcon::Question);
     EXPECT_EQ(rig.prompt.shown[0].defaultAnswer, PromptAnswer::No);
     EXPECT_EQ(TreeNames(rig.Photos()), (Names{"080000.jpg", "120000.jpg", "IMG_0002.JPG"}));
@@ -335,12 +443,15 @@ TEST_F(RestoreTest, NothingChangesWithoutYesOrWithoutBackup) {
     EXPECT_EQ(rig.prompt.shown.size(), 1u);
     EXPECT_EQ(TreeChecksums(rig.dir.path()), before);
 
-    fs::rename(rig.Backup(), rig.base + "/elsewhere");
-    const auto moved = TreeChecksums(rig.dir.path());
+    // A photo folder name just typed has no backup: nothing is asked, and
+    // the folder read before stays as it is.
+    rig.prompt.shown.clear();
+    rig.transfer.m_readControls = [&] { rig.transfer.m_photoFolder = "Typed"; };
     EXPECT_EQ(rig.transfer.OnRestore(), TransferOutcome::Aborted);
-    EXPECT_EQ(rig.prompt.shown.back().text, "No backup files found!\n\nAborted.");
+    EXPECT_EQ(rig.prompt.Texts(),
+              Names{"No backup files found in " + rig.base + "/Typed_bak.\n\nAborted."});
     EXPECT_EQ(rig.prompt.shown.back().icon, PromptIcon::Warning);
-    EXPECT_EQ(TreeChecksums(rig.dir.path()), moved);
+    EXPECT_EQ(TreeChecksums(rig.dir.path()), before);
 }
 
 TEST_F(RestoreTest, RecreatesAMissingPhotoFolderAndKeepsCountingCollisions) {
@@ -348,11 +459,6 @@ TEST_F(RestoreTest, RecreatesAMissingPhotoFolderAndKeepsCountingCollisions) {
     rig.transfer.m_renamingRule = "same";
     rig.transfer.m_renameCounter = 7;
     EXPECT_EQ(rig.transfer.OnRestore(), TransferOutcome::Finished);
-    // The question without counts: the folder was gone.
-    EXPECT_EQ(
-        rig.prompt.shown[0].text.rfind(
-            "Restoring from the backup folder deletes the files in the current photo folder", 0),
-        0u);
     EXPECT_EQ(FileNames(rig.Photos()), (Names{"IMG_0002.JPG", "same.jpg"}));
     EXPECT_EQ(rig.transfer.m_renameCounter, 7);
 }

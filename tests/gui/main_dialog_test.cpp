@@ -280,7 +280,10 @@ TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
     });
 
     Click(rig, "getPhotos");
-    EXPECT_EQ(rig.prompt.Texts().back(), "Finished copying.");
+    EXPECT_EQ(rig.prompt.Texts().back().rfind("Finished copying.\nPhotos copied and verified: 2 of "
+                                              "2.",
+                                              0),
+              0u);
     const std::vector<std::string> photos{"20040731_120000.jpg", "20040731_120500.jpg"};
     EXPECT_EQ(FileNames(base + "/Typed"), photos);
     EXPECT_EQ(*std::max_element(positions.begin(), positions.end()), 2); // a step per photo
@@ -289,9 +292,16 @@ TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_FALSE(rig.dlg->IsBusy());
 
+    // Restore works on the name typed last, which has no backup yet.
     fs::remove(base + "/Typed/" + photos[0]);
+    Type(rig, DlgItem::PhotoFolder, "Other");
     Click(rig, "restore");
-    EXPECT_EQ(rig.prompt.Texts().back(), "Finished restoring the photo folder from its backup.");
+    EXPECT_EQ(rig.prompt.Texts().back(),
+              "No backup files found in " + base + "/Other_bak.\n\nAborted.");
+    EXPECT_EQ(FileNames(base + "/Typed"), std::vector<std::string>{photos[1]});
+    Type(rig, DlgItem::PhotoFolder, "Typed");
+    Click(rig, "restore");
+    EXPECT_EQ(rig.prompt.Texts().back().rfind("Finished restoring", 0), 0u);
     EXPECT_EQ(FileNames(base + "/Typed"), photos);
 }
 
