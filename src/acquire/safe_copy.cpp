@@ -17,8 +17,9 @@ namespace tivox {
 
 namespace {
 
-// Big enough that a photo takes a handful of calls.
-constexpr std::size_t kBufferSize = std::size_t(1) << 20;
+// The size of the kernel's read-ahead: bigger reads wait for the disc
+// instead of finding the data already on its way.
+constexpr std::size_t kBufferSize = std::size_t(128) << 10;
 
 class Fd {
 public:
