@@ -206,8 +206,10 @@ TEST_F(GalleryCommandTest, BrokenPhotosAreToldOnceAtTheEndAndCancelWritesNoPage)
     GalleryReport report = command.OnCreateGallery(realPass);
     EXPECT_EQ(report.outcome, GalleryOutcome::Written);
     EXPECT_EQ(report.pictures, 2);
-    EXPECT_EQ(prompt.Texts(), (Names{"2 photos could not be processed:\nCould not read " + photos +
-                                     "/IMG_2.jpg\nCould not read " + photos + "/IMG_3.jpg"}));
+    const std::string cause = ": it is not a readable JPEG picture.";
+    EXPECT_EQ(prompt.Texts(),
+              (Names{"2 photos could not be processed:\nCould not read " + photos + "/IMG_2.jpg" +
+                     cause + "\nCould not read " + photos + "/IMG_3.jpg" + cause}));
     ASSERT_EQ(progress.runs.size(), 1u); // both walks count as one run
     EXPECT_EQ(progress.runs[0].total, 8);
     EXPECT_EQ(progress.runs[0].steps.back(), 8);
