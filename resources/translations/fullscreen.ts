@@ -16,10 +16,6 @@
         <translation>Zuschneiden</translation>
     </message>
     <message>
-        <source>Delete selected photos?</source>
-        <translation>Ausgewählte Fotos löschen?</translation>
-    </message>
-    <message>
         <source>1 photo has changes that are not committed.
 Commit them before leaving? No discards them.</source>
         <translation>1 Foto hat Änderungen, die noch nicht übernommen sind.

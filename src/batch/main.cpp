@@ -44,7 +44,7 @@ const BatchCommand kCommands[] = {
     {"delete", "PHOTO... [--yes]", RunDelete},
     {"gallery",
      "--photos DIR --out DIR [--title T] [--photo WxH] [--thumb WxH] [--photo-tiles XxY] "
-     "[--thumb-tiles XxY] [--quality Q]",
+     "[--thumb-tiles XxY] [--quality Q] [--force]",
      RunGallery},
 };
 

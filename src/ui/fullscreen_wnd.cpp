@@ -730,8 +730,11 @@ bool CFullScreenWnd::CommitChanges() {
             failures.push_back(ReadErrorText(photo->path, photo->readError));
             photo->DropFullImage(&m_recycler);
             photo->RebuildImages(GetThumbSize(), GetScreenSize(), photo->screenImage != nullptr);
-        } else if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler) == 0) {
-            failures.push_back({TIVOX_TR("Could not write %s"), {photo->path}});
+        } else {
+            UiText cause;
+            if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler, &cause) == 0) {
+                failures.push_back(cause);
+            }
         }
         photo->edits.Clear();
         if (!steps.Step(++done) && done < total) {
