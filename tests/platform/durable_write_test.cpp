@@ -183,27 +183,6 @@ TEST_F(Trash, OtherVolumesUseTheirOwnTrashAtTheTop) {
     EXPECT_EQ(VolumeTrashFolder(top), top + "/.Trash-" + uid);
     ASSERT_EQ(::chmod((top + "/.Trash").c_str(), 01777), 0);
     EXPECT_EQ(VolumeTrashFolder(top), top + "/.Trash/" + uid);
-
-    // A real second volume where there is one (/dev/shm): the path in the
-    // info file is relative to the volume's top.
-    struct stat shm {
-    }, tmp{};
-    if (::stat("/dev/shm", &shm) != 0 || ::stat(dir.path().c_str(), &tmp) != 0 ||
-        shm.st_dev == tmp.st_dev || ::access("/dev/shm", W_OK) != 0)
-        GTEST_SKIP() << "no second writable volume";
-    const std::string folder = "/dev/shm/" + fs::path(dir.path()).filename().string();
-    fs::create_directories(folder);
-    ASSERT_TRUE(test::WriteFile(folder + "/v.jpg", {1}));
-    const bool moved = Move(folder + "/v.jpg");
-    const std::string info =
-        "/dev/shm/.Trash-" + uid + "/info/" + fs::path(trashed).filename().string() + ".trashinfo";
-    const std::string text = Text(info);
-    fs::remove(trashed);
-    fs::remove(info);
-    fs::remove_all(folder);
-    ASSERT_TRUE(moved) << RenderUiText(error);
-    EXPECT_EQ(fs::path(trashed).parent_path(), "/dev/shm/.Trash-" + uid + "/files");
-    EXPECT_NE(text.find("\nPath=" + folder.substr(9) + "/v.jpg\n"), std::string::npos) << text;
 }
 
 TEST(TrashCommand, AsksFirstAndMovesIntoTheUsersTrash) {
