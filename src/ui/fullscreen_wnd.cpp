@@ -4,20 +4,17 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPixmap>
 #include <QScreen>
 
 #include "app/crop_rect.h"
 #include "app/fullscreen_paging.h"
-#include "app/fullscreen_status.h"
 #include "imageops/operation.h"
-#include "imageops/red_eye_fixer.h"
-#include "imageops/selection_pass.h"
+#include "imageops/red_eye_click.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
-#include "platform/jpeg_codec.h"
 #include "ui/image_ops_dlg.h"
+#include "ui/qt_geometry.h"
 #include "ui/qt_seams.h"
 
 #include "../../resources/cursors/crop.xpm"
@@ -26,55 +23,6 @@
 #include "../../resources/cursors/select.xpm"
 
 namespace tivox {
-namespace {
-
-constexpr QRgb kBlack = 0xFF000000;
-const QColor kVeil = QColor::fromRgba(0x78FFFFFF); // white at alpha 120
-// A light blue: pure blue on black is hard to read (contrast 2.4:1); this
-// one reaches 6.6:1.
-const QColor kStatusColor = QColor::fromRgba(0xFF5A8CFF);
-const QColor kRed = QColor::fromRgba(0xFFFF0000);
-const QColor kGreen = QColor::fromRgba(0xFF00FF00);
-const QColor kBlue = QColor::fromRgba(0xFF0000FF);
-const QColor kGray = QColor::fromRgba(0xFF808080);
-
-// The pen of a photo's marker, or none.
-bool MarkerPen(const CPhoto& photo, QPen& pen) {
-    switch (photo.marker) {
-    case 1:
-        pen = QPen(kRed, 2.0);
-        return true;
-    case 2:
-        pen = QPen(kGreen, 2.0);
-        return true;
-    case 3:
-        pen = QPen(kBlue, 2.0);
-        return true;
-    default:
-        return false;
-    }
-}
-
-// A bitmap as a QImage over the same bytes: painting never copies a picture.
-QImage Wrap(const Bitmap& bitmap) {
-    return QImage(bitmap.Data(), bitmap.Width(), bitmap.Height(), bitmap.Stride(),
-                  QImage::Format_ARGB32);
-}
-
-QRect ToQRect(const Rect& r) {
-    return QRect(r.x, r.y, r.width, r.height);
-}
-
-// A tile from its origin to origin + size - 1, as invalidation takes it.
-QRect TileArea(const Rect& r) {
-    return QRect(r.x, r.y, r.width - 1, r.height - 1);
-}
-
-Point ToPoint(const QPoint& p) {
-    return {p.x(), p.y()};
-}
-
-} // namespace
 
 CFullScreenWnd::CFullScreenWnd(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint),
@@ -251,144 +199,6 @@ void CFullScreenWnd::ApplyCursor(ToolCursor cursor) {
 
 void CFullScreenWnd::InvalidateEdges(const RectEdges& e) {
     update(QRect(e.left, e.top, e.right - e.left, e.bottom - e.top));
-}
-
-// ---- Painting ----
-
-void CFullScreenWnd::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    // Every repaint wipes what it covers first: the background is black.
-    painter.fillRect(event->rect(), QColor::fromRgba(kBlack));
-    if (m_singlePhoto) {
-        PaintSinglePhoto(painter);
-    } else {
-        PaintTiles(painter, event->rect());
-    }
-}
-
-void CFullScreenWnd::PaintTiles(QPainter& painter, const QRect& clip) {
-    if (!m_photoList) {
-        return;
-    }
-    const int count = m_photoList->Count();
-    const Size tiles = m_layout.GetTileCount();
-    const Size thumbSize = m_layout.GetThumbSize();
-    const Size tileSize = m_layout.GetTileSize();
-    const CPhoto* hovered = nullptr;
-    int index = m_pageStart;
-    for (int row = 0; row < tiles.height && index < count; ++row) {
-        for (int column = 0; column < tiles.width && index < count; ++column, ++index) {
-            const Point origin = m_layout.GetThumbOrigin(column, row);
-            const Rect tile = m_layout.GetTileRectAt(origin);
-            // Tiles outside the repaint are not looked at.
-            if (!ToQRect(tile).intersects(clip)) {
-                continue;
-            }
-            const CPhoto* photo = m_photoList->PhotoAt(index);
-            if (!photo) {
-                continue;
-            }
-            if (photo->thumbnailReady.load(std::memory_order_acquire) == 0) {
-                painter.setPen(QPen(kGray, 1.0));
-                painter.setBrush(Qt::NoBrush);
-                const int x = origin.x, y = origin.y;
-                const int w = thumbSize.width, h = thumbSize.height;
-                painter.drawRect(x, y, w, h);
-                painter.drawLine(x, y, x + w, y + h);
-                painter.drawLine(x, y + h, x + w, y);
-                continue;
-            }
-            const Bitmap* thumb = photo->thumbnail.get();
-            const int w = thumb ? thumb->Width() : 0;
-            const int h = thumb ? thumb->Height() : 0;
-            const Point offset = m_layout.GetCenterOffset(w, h);
-            const bool hover = m_mousePos.x >= tile.x && m_mousePos.x < tile.x + tile.width &&
-                               m_mousePos.y >= tile.y && m_mousePos.y < tile.y + tile.height;
-            if (hover) {
-                hovered = photo;
-                m_thumbBuffer.fill(kBlack);
-                QPainter buffer(&m_thumbBuffer);
-                if (w > 0 && h > 0) {
-                    buffer.drawImage(offset.x, offset.y, Wrap(*thumb));
-                }
-                buffer.fillRect(0, 0, thumbSize.width, thumbSize.height, kVeil);
-                buffer.end();
-                painter.drawImage(origin.x, origin.y, m_thumbBuffer);
-            } else if (w > 0 && h > 0) {
-                painter.drawImage(origin.x + offset.x, origin.y + offset.y, Wrap(*thumb));
-            }
-            QPen pen;
-            if (MarkerPen(*photo, pen)) {
-                painter.setPen(pen);
-                painter.setBrush(Qt::NoBrush);
-                painter.drawRect(origin.x - 2, origin.y - 2, tileSize.width - 4,
-                                 tileSize.height - 4);
-            }
-        }
-    }
-    if (ToQRect(m_layout.GetStatusRect()).intersects(clip)) {
-        m_statusText.clear();
-        if (hovered) {
-            PaintStatusText(painter, *hovered);
-        }
-    }
-}
-
-void CFullScreenWnd::PaintStatusText(QPainter& painter, const CPhoto& photo) {
-    m_statusText = QString::fromStdString(StatusTextOf(photo.path));
-    const Rect bar = m_layout.GetStatusRect();
-    QFont font(QStringLiteral("Arial"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPointSizeF(12.0);
-    painter.setFont(font);
-    painter.setPen(kStatusColor);
-    painter.drawText(QRect(10, bar.y + 5, bar.width - 10, bar.height - 5),
-                     Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, m_statusText);
-}
-
-void CFullScreenWnd::PaintSinglePhoto(QPainter& painter) {
-    if (!m_photoList) {
-        return;
-    }
-    CPhoto* photo = m_photoList->PhotoAt(m_currentIndex);
-    if (!photo) {
-        return;
-    }
-    if (!photo->screenImage) {
-        m_photoList->LoadScreenImageAt(m_currentIndex);
-        if (photo->edits.HasPending()) {
-            photo->ApplyEdits(editAll, *this, false);
-        }
-    }
-    const Bitmap* image = photo->screenImage.get();
-    if (image && !image->IsEmpty()) {
-        const int x = (m_screenWidth - image->Width()) >> 1;
-        const int y = (m_screenHeight - image->Height()) >> 1;
-        const std::int32_t group = m_tools.Group();
-        if (group == ModeCrop || group == ModeCropPlaced) {
-            // The crop overlay: the rectangle keeps its colours, the rest of
-            // the screen, black borders included, lies under the veil.
-            const Rect c = m_tools.CropRect();
-            const int W = m_screenWidth, H = m_screenHeight;
-            m_screenBuffer.fill(kBlack);
-            QPainter buffer(&m_screenBuffer);
-            buffer.drawImage(x, y, Wrap(*image));
-            buffer.fillRect(0, 0, c.x, H, kVeil);
-            buffer.fillRect(c.x + c.width, 0, W - c.x - c.width, H, kVeil);
-            buffer.fillRect(c.x, 0, c.width, c.y, kVeil);
-            buffer.fillRect(c.x, c.y + c.height, c.width, H - c.y - c.height, kVeil);
-            buffer.end();
-            painter.drawImage(0, 0, m_screenBuffer);
-        } else {
-            painter.drawImage(x, y, Wrap(*image));
-        }
-    }
-    QPen pen;
-    if (MarkerPen(*photo, pen)) {
-        painter.setPen(pen);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(20, 20, 10, 10);
-    }
 }
 
 // ---- Keyboard ----
@@ -649,24 +459,10 @@ void CFullScreenWnd::AskForCrop() {
 
 void CFullScreenWnd::FixRedEye(Point point) {
     CPhoto* photo = GetCurrentPhoto();
-    if (!photo || !photo->screenImage || photo->screenSize.width <= 0 ||
-        photo->screenSize.height <= 0) {
-        return;
+    // The working image lies centred on the whole window.
+    if (photo && RedEyeClick(*photo, {m_screenWidth, m_screenHeight}, point)) {
+        update();
     }
-    // The working image lies centred; the full-image point is scaled from
-    // the size the working image was loaded at.
-    const Size shown = photo->screenSize;
-    const Size full = photo->sourceSize;
-    const int mx = (m_screenWidth - shown.width) >> 1;
-    const int my = (m_screenHeight - shown.height) >> 1;
-    const Point onImage{point.x - mx, point.y - my};
-    const Point onFull{std::int32_t(std::int64_t(full.width) * onImage.x / shown.width),
-                       std::int32_t(std::int64_t(full.height) * onImage.y / shown.height)};
-    photo->edits.AddRedEyePoint(onFull);
-    CRedEyeFixer fixer(kRedEyeRadiusClick);
-    fixer.SetImage(photo->screenImage.get());
-    fixer.Fix(onImage.x, onImage.y);
-    update();
 }
 
 void CFullScreenWnd::SyncToolPages() {
@@ -676,139 +472,6 @@ void CFullScreenWnd::SyncToolPages() {
     for (int page = 1; page <= 3; ++page) {
         m_imageOpsDlg->EnablePage(page, m_singlePhoto);
     }
-}
-
-IStepProgress& CFullScreenWnd::StepProgress() {
-    if (!m_stepProgress) {
-        if (!m_qtStepProgress) {
-            m_qtStepProgress = std::make_unique<QtStepProgress>(this);
-        }
-        return *m_qtStepProgress;
-    }
-    return *m_stepProgress;
-}
-
-namespace {
-
-int CountPending(const CPhotoList& list) {
-    int count = 0;
-    for (int i = 0; i < list.Count(); ++i) {
-        const CPhoto* photo = list.PhotoAt(i);
-        count += photo && photo->edits.HasPending() ? 1 : 0;
-    }
-    return count;
-}
-
-} // namespace
-
-// Commit and Discard let events run between two photos, for the progress.
-// Its dialog keeps the user's input from every other window meanwhile; the
-// list is still looked up anew for each photo.
-bool CFullScreenWnd::CommitChanges() {
-    if (!m_photoList) {
-        return true;
-    }
-    BusyScope busy(*m_busy);
-    const int total = CountPending(*m_photoList);
-    StepScope steps(StepProgress(), total, {TIVOX_TR("Writing the changes into the photos"), {}});
-    std::vector<UiText> failures;
-    int done = 0;
-    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
-        CPhoto* photo = m_photoList->PhotoAt(i);
-        if (!photo || !photo->edits.HasPending()) {
-            continue;
-        }
-        const bool colorPending = photo->edits.colorPending != 0;
-        photo->ApplyEdits(editAll, *this, true);
-        if (colorPending && m_imageOpsDlg) {
-            m_imageOpsDlg->ResetColorControls();
-            m_imageOpsDlg->ResetProcessor();
-        }
-        if (!photo->fullImage || photo->fullImage->IsEmpty()) {
-            // Unreadable or damaged: nothing is written, and the pictures
-            // show the file as it stays.
-            failures.push_back(ReadErrorText(photo->path, photo->readError));
-            photo->DropFullImage(&m_recycler);
-            photo->RebuildImages(GetThumbSize(), GetScreenSize(), photo->screenImage != nullptr);
-        } else {
-            UiText cause;
-            if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler, &cause) == 0) {
-                failures.push_back(cause);
-            }
-        }
-        photo->edits.Clear();
-        if (!steps.Step(++done) && done < total) {
-            break; // the photos after this one keep their edits
-        }
-    }
-    steps.End();
-    busy.End();
-    ReportFailures(failures, *m_prompt, CoreTranslator());
-    return done == total && failures.empty();
-}
-
-// Closing used to drop uncommitted edits without a word; a person's work is
-// not thrown away unasked, so every way out (Esc, a second opening, the main
-// window's Exit or commands) asks first.
-bool CFullScreenWnd::ConfirmLeaving() {
-    const int pending = m_photoList ? CountPending(*m_photoList) : 0;
-    if (pending == 0) {
-        return true;
-    }
-    const UiText question = pending == 1
-                                ? UiText{TIVOX_TR("1 photo has changes that are not committed.\n"
-                                                  "Commit them before leaving? No discards them."),
-                                         {}}
-                                : UiText{TIVOX_TR("%s photos have changes that are not committed.\n"
-                                                  "Commit them before leaving? No discards them."),
-                                         {std::to_string(pending)}};
-    switch (m_prompt->Ask(question, PromptIcon::Question, PromptButtons::YesNoCancel,
-                          PromptAnswer::Cancel,
-                          UiText{TIVOX_TR("Leave Full Screen Editing"), {}})) {
-    case PromptAnswer::Yes:
-        return CommitChanges();
-    case PromptAnswer::No:
-        return true;
-    default:
-        return false;
-    }
-}
-
-void CFullScreenWnd::DiscardChanges() {
-    if (!m_photoList) {
-        return;
-    }
-    // Rebuilding thumbnails from the files takes a moment.
-    BusyScope busy(*m_busy);
-    const int total = CountPending(*m_photoList);
-    StepScope steps(StepProgress(), total, {TIVOX_TR("Discarding the changes"), {}});
-    int done = 0;
-    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
-        CPhoto* photo = m_photoList->PhotoAt(i);
-        if (!photo) {
-            continue;
-        }
-        if (photo->edits.colorPending && m_imageOpsDlg) {
-            m_imageOpsDlg->ResetColorControls();
-        }
-        if (!photo->edits.HasPending()) {
-            continue;
-        }
-        if (m_imageOpsDlg) {
-            m_imageOpsDlg->ResetProcessor();
-        }
-        photo->edits.Clear();
-        photo->DropFullImage(&m_recycler);
-        photo->DropScreenImage();
-        photo->DropThumbnail();
-        // The next single view loads the working image from the file again.
-        photo->RebuildImages(GetThumbSize(), GetScreenSize(), false);
-        photo->thumbnailReady.store(1, std::memory_order_release);
-        if (!steps.Step(++done) && done < total) {
-            break;
-        }
-    }
-    update();
 }
 
 } // namespace tivox
