@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "photos/embedded_preview.h"
 #include "photos/scaled_loader.h"
 #include "platform/atomic_file.h"
 #include "platform/bitmap_recycler.h"
@@ -33,6 +34,7 @@ std::unique_ptr<Bitmap> CPhoto::LoadScaled(Size target, CScaledLoader* loader) {
 
 void CPhoto::StoreThumbnail(std::unique_ptr<Bitmap> image) {
     thumbnail = std::move(image);
+    thumbBytes.store(thumbnail ? thumbnail->ByteSize() : 0, std::memory_order_release);
     thumbnailReady.store(1, std::memory_order_release);
 }
 
@@ -66,6 +68,33 @@ void CPhoto::DropThumbnail() {
         return;
     thumbnailReady.store(0, std::memory_order_release);
     thumbnail.reset();
+    thumbBytes.store(0, std::memory_order_release);
+}
+
+CPhoto::ThumbnailView CPhoto::ViewThumbnail() const {
+    ThumbnailView view;
+    view.m_hold = std::unique_lock(m_thumbLock);
+    if (thumbnailReady.load(std::memory_order_acquire) && thumbnail) {
+        view.image = thumbnail.get();
+    } else if (preview) {
+        view.image = preview.get();
+        view.isPreview = true;
+    }
+    return view;
+}
+
+void CPhoto::LoadPreview() {
+    if (previewTried)
+        return;
+    previewTried = true;
+    auto image = std::make_unique<Bitmap>();
+    if (ReadEmbeddedPreview(path, *image))
+        preview = std::move(image);
+}
+
+void CPhoto::DropPreview() {
+    preview.reset();
+    previewTried = false;
 }
 
 void CPhoto::LoadScreenImage(Size target, CScaledLoader* loader) {

@@ -6,11 +6,12 @@
 // else belongs to the user-interface thread. The worker and the UI never work
 // on `thumbnail` at once: every write of `thumbnail` (and the worker's test of
 // it) happens under the photo's own lock, and `thumbnailReady` is published
-// with release ordering after `thumbnail` is in place. Painting reads
-// `thumbnailReady` with acquire ordering first and then `thumbnail` without
-// the lock: while it reads 1 the worker leaves `thumbnail` alone.
+// with release ordering after `thumbnail` is in place. The worker may also
+// drop a thumbnail to keep the list's memory budget, so whoever draws one
+// holds a ThumbnailView (the photo's lock) while its pixels are in use.
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -45,6 +46,30 @@ public:
     // meanwhile wins. True when a thumbnail was made.
     bool MakeThumbnailIfMissing(Size target, CScaledLoader& loader);
     void DropThumbnail();
+    // Bytes of pixels the thumbnail holds; readable from any thread.
+    std::size_t ThumbnailBytes() const { return thumbBytes.load(std::memory_order_acquire); }
+
+    // What a tile draws: the thumbnail once it is made, else the camera's
+    // embedded preview (see LoadPreview), else nothing. Holds the photo's
+    // lock while it lives, so keep it only while drawing and never call into
+    // the photo list meanwhile.
+    class ThumbnailView {
+    public:
+        const Bitmap* image = nullptr; // null: neither is there
+        bool isPreview = false;        // the embedded picture, to be scaled up
+
+    private:
+        friend class CPhoto;
+        std::unique_lock<std::mutex> m_hold;
+    };
+    ThumbnailView ViewThumbnail() const;
+
+    // Reads the small picture a camera embeds in the EXIF data, once, from
+    // the file's head only; a file without one keeps no preview. The
+    // preview belongs to the user-interface thread.
+    void LoadPreview();
+    void DropPreview();
+    bool HasPreview() const { return preview != nullptr; }
 
     // Notes the size in screenSize. A loader kept by the caller saves the
     // decoder's buffers between photos; the old screenImage's pixels are
@@ -101,12 +126,18 @@ public:
     // ReadErrorText; empty after one that worked.
     std::string readError;
     CPendingEdits edits;
+    // When the photo was last shown or its thumbnail built, on the photo
+    // list's clock; guarded by the list's lock.
+    std::uint64_t shownStamp = 0;
 
 private:
     // Stores a new thumbnail and publishes it; caller holds m_thumbLock.
     void StoreThumbnail(std::unique_ptr<Bitmap> image);
 
     mutable std::mutex m_thumbLock;
+    std::atomic<std::size_t> thumbBytes{0};
+    std::unique_ptr<Bitmap> preview; // the user-interface thread's
+    bool previewTried = false;
 };
 
 } // namespace tivox

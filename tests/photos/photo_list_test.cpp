@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <future>
+#include <latch>
 
 #include "photos/photo_list.h"
 #include "support/fake_edit_host.h"
@@ -160,20 +161,139 @@ TEST_F(WorkerTest, ClearingOrRemovingWhileTheWorkerRunsIsSafe) {
     // The worker did not skip photos whose index shifted under it.
     for (int i = 0; i < list.Count(); ++i)
         EXPECT_TRUE(Ready(i)) << i;
-    // Painting-like readers and UI writes on the same photos meanwhile.
-    list.Clear();
-    list.Open(dir.path());
-    for (int i = 0; i < list.Count(); ++i) {
-        CPhoto* p = list.PhotoAt(i);
-        if (Ready(i)) {
-            EXPECT_GE(p->thumbnail->Width(), 0);
+}
+
+// Blocks the worker in its first notification until the test lets it go.
+class GateHost : public test::FakeWindow {
+public:
+    void InvalidateTile(int index) override {
+        FakeWindow::InvalidateTile(index);
+        if (!m_first.exchange(true)) {
+            arrived.count_down();
+            go.wait();
         }
-        if (i % 3 == 0)
-            p->ThumbnailFromScreen({20, 20});
-        else if (i % 3 == 1)
-            p->DropThumbnail();
-        (void)p->IsLandscape();
     }
+    std::latch arrived{1}, go{1};
+
+private:
+    std::atomic<bool> m_first{false};
+};
+
+// Photos of 64 x 48 in a box of 32 x 24: every thumbnail takes kThumb bytes.
+constexpr std::size_t kThumb = 32 * 24 * 4;
+
+TEST_F(WorkerTest, TurningThePageReordersTheWorkAtOnce) {
+    MakePhotos(12);
+    GateHost gate;
+    list.SetThumbnailSize({32, 24});
+    list.SetWindow(&gate);
+    list.Open(dir.path());
+    gate.arrived.wait(); // photo 0 is done, in list order
+    list.SetVisibleRange(6, 2);
+    gate.go.count_down();
+    ASSERT_TRUE(list.WaitWorker(20000));
+    // The shown page, then the next, the previous and outward.
+    EXPECT_EQ(gate.Tiles(), (std::vector<int>{0, 6, 7, 8, 9, 4, 5, 10, 11, 2, 3, 1}));
+}
+
+TEST_F(WorkerTest, TheBudgetKeepsTheNearestPagesAndDroppedOnesComeBack) {
+    MakePhotos(12);
+    list.SetThumbnailSize({32, 24});
+    list.SetWindow(&host);
+    list.SetThumbnailBudget(4 * kThumb);
+    list.Open(dir.path());
+    auto built = [&] {
+        std::vector<int> ready;
+        for (int i = 0; i < list.Count(); ++i)
+            if (Ready(i))
+                ready.push_back(i);
+        return ready;
+    };
+    for (int first : {0, 8, 4, 0}) {
+        list.SetVisibleRange(first, 2);
+        ASSERT_TRUE(list.WaitWorker(20000));
+        EXPECT_LE(list.ThumbnailBytes(), 4 * kThumb) << first;
+        const std::vector<int> expected = first == 4   ? std::vector<int>{4, 5, 6, 7}
+                                          : first == 8 ? std::vector<int>{8, 9, 10, 11}
+                                                       : std::vector<int>{0, 1, 2, 3};
+        EXPECT_EQ(built(), expected) << first;
+    }
+    // Back on page 0 its thumbnails were made a second time.
+    const std::vector<int> tiles = host.Tiles();
+    EXPECT_EQ(std::count(tiles.begin(), tiles.end(), 0), 2);
+    // The shown page is built even when it alone exceeds the budget.
+    list.SetThumbnailBudget(kThumb);
+    list.SetVisibleRange(10, 2);
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(built(), (std::vector<int>{10, 11}));
+}
+
+// A tile being drawn keeps its thumbnail even when the worker wants it gone:
+// the view holds the photo's lock, and the worker's drop waits for it. (A
+// drop that did not wait frees the pixels read below: ThreadSanitizer and
+// AddressSanitizer builds report it.)
+TEST_F(WorkerTest, EvictionWaitsForAThumbnailBeingDrawn) {
+    MakePhotos(8);
+    list.SetThumbnailSize({32, 24});
+    list.SetThumbnailBudget(2 * kThumb);
+    list.SetVisibleRange(0, 1);
+    list.Open(dir.path());
+    ASSERT_TRUE(list.WaitWorker(20000)); // photos 0 and 1
+    GateHost gate;
+    list.SetWindow(&gate);
+    {
+        const CPhoto::ThumbnailView view = list.PhotoAt(0)->ViewThumbnail();
+        ASSERT_NE(view.image, nullptr);
+        ASSERT_FALSE(view.isPreview);
+        list.SetVisibleRange(5, 1);
+        gate.arrived.wait(); // photo 5 is built; next the worker makes room
+        gate.go.count_down();
+        std::uint32_t sum = 0;
+        for (int y = 0; y < view.image->Height(); ++y)
+            for (int x = 0; x < view.image->Width(); ++x)
+                sum += view.image->PixelAt(x, y);
+        EXPECT_NE(sum, 0u);
+    }
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(list.PhotoAt(0)->ThumbnailBytes(), 0u);
+    EXPECT_TRUE(Ready(5));
+    EXPECT_TRUE(Ready(6));
+    EXPECT_LE(list.ThumbnailBytes(), 2 * kThumb + kThumb);
+}
+
+// Until a thumbnail is made, a shown tile draws the camera's embedded
+// picture; a photo without one draws nothing (the crossed box).
+TEST_F(WorkerTest, ShownPhotosWithoutThumbnailsViewTheirEmbeddedPreview) {
+    test::CameraExif exif;
+    exif.thumbnail = test::SmallJpeg(40, 30);
+    test::TestJpegOptions with = test::Picture(64, 48);
+    with.exif = test::CameraExifPayload(exif);
+    test::TestJpegOptions broken = with;
+    exif.thumbnail = {0xFF, 0xD8, 0xFF}; // counts as none
+    broken.exif = test::CameraExifPayload(exif);
+    for (int i : {0, 3})
+        ASSERT_TRUE(test::WriteFile(Name(i), test::MakeJpeg(test::Picture(64, 48))));
+    ASSERT_TRUE(test::WriteFile(Name(1), test::MakeJpeg(with)));
+    ASSERT_TRUE(test::WriteFile(Name(2), test::MakeJpeg(broken)));
+    GateHost gate;
+    list.SetWindow(&gate);
+    list.Open(dir.path());
+    gate.arrived.wait(); // photo 0 has its thumbnail, the others wait
+    list.SetVisibleRange(0, 4);
+    auto seen = [&](int i) {
+        const CPhoto::ThumbnailView view = list.PhotoAt(i)->ViewThumbnail();
+        return view.image ? std::to_string(view.image->Width()) + (view.isPreview ? "p" : "")
+                          : std::string("none");
+    };
+    EXPECT_EQ(seen(0), "117");
+    EXPECT_EQ(seen(1), "40p");
+    EXPECT_EQ(seen(2), "none");
+    EXPECT_EQ(seen(3), "none");
+    gate.go.count_down();
+    ASSERT_TRUE(list.WaitWorker(20000));
+    EXPECT_EQ(seen(1), "117");  // the real one wins once it is there
+    list.SetVisibleRange(2, 2); // previews live only on the shown page
+    EXPECT_FALSE(list.PhotoAt(1)->HasPreview());
 }
 
 TEST_F(WorkerTest, FilesDeletedOrReplacedUnderTheWorkerGiveEmptyThumbnails) {
