@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "batch/batch_command.h"
+#include "exif/exif_update.h"
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"
@@ -91,8 +92,10 @@ bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::stri
         error = "Save failed: " + out + " (" + error + ")";
         return false;
     }
-    if (ReadWholeFile(photoPath, original, error))
+    if (ReadWholeFile(photoPath, original, error)) {
         CopyMetadataSections(original, bytes);
+        UpdateExifToPicture(bytes, {&image, {}, 0}, error);
+    }
     UiText failure;
     if (WriteFileDurably(out, bytes.data(), bytes.size(), failure))
         return true;

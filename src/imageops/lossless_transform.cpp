@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "exif/exif_update.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"
 #include "platform/atomic_file.h"
@@ -45,6 +46,9 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
             *cause = ReadErrorText(source, error);
         return false;
     }
+    // The pixels now stand as the user turned them, as they are shown here:
+    // Orientation 1, so that every other viewer shows them the same way.
+    UpdateExifToPicture(out, {nullptr, op, 1}, error);
     UiText failure;
     if (WriteFileDurably(target, out.data(), out.size(), failure))
         return true;

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "exif/exif_update.h"
 #include "photos/embedded_preview.h"
 #include "photos/scaled_loader.h"
 #include "platform/atomic_file.h"
@@ -177,8 +178,13 @@ int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
         encoded = encoder.Encode(*fullImage, quality, bytes, detail);
         // The camera's metadata stays with the photo.
         std::vector<std::uint8_t> original;
-        if (encoded && ReadWholeFile(path, original, detail))
+        if (encoded && ReadWholeFile(path, original, detail)) {
             CopyMetadataSections(original, bytes);
+            // Sizes and thumbnail follow the edits; the pixels keep their
+            // stored position, so Orientation stays. Should the metadata
+            // refuse the update, the user's picture is still written.
+            UpdateExifToPicture(bytes, {fullImage.get(), {}, 0}, detail);
+        }
     }
     DropFullImage(recycler);
     UiText failure{TIVOX_TR("Could not write %s"), {path}};

@@ -1,0 +1,225 @@
+// After every write the EXIF data describes the new picture. Values are read
+// back by exiftool, an independent reader; the tests skip where it is missing.
+
+#include "exif/exif_update.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "support/batch_runner.h"
+#include "support/test_jpeg.h"
+
+namespace tivox::test {
+namespace {
+
+bool HaveExiftool() {
+    return std::system("exiftool -ver >/dev/null 2>&1") == 0;
+}
+
+// Tag name -> value as exiftool prints it in numbers (-n), one group each.
+std::map<std::string, std::string> Tags(const std::string& path) {
+    const CommandRun run = Capture("exiftool -n -s -s -a -G0 " + ShellQuote(path));
+    std::map<std::string, std::string> tags;
+    std::istringstream lines(run.output);
+    for (std::string line; std::getline(lines, line);) {
+        const auto colon = line.find(": ");
+        if (colon == std::string::npos)
+            continue;
+        std::string name = line.substr(0, colon);
+        name.erase(name.find_last_not_of(' ') + 1);
+        tags[name] = line.substr(colon + 2);
+    }
+    return tags;
+}
+
+// The embedded thumbnail, decoded.
+Bitmap Thumbnail(const std::string& path) {
+    const std::string out = path + ".thumb.jpg";
+    Capture("exiftool -b -ThumbnailImage " + ShellQuote(path) + " > " + ShellQuote(out));
+    Bitmap thumb;
+    std::string error;
+    DecodeJpegFile(out, {}, thumb, error);
+    std::filesystem::remove(out);
+    return thumb;
+}
+
+// What exiftool's validation warns about in `after` and not in `before`.
+std::string NewWarnings(const std::string& before, const std::string& after) {
+    const auto lines = [](const std::string& path) {
+        std::set<std::string> set;
+        std::istringstream text(
+            Capture("exiftool -validate -a -s -s -s -Warning " + ShellQuote(path)).output);
+        for (std::string line; std::getline(text, line);)
+            if (!line.empty() && line != "OK" && !std::isdigit(static_cast<unsigned char>(line[0])))
+                set.insert(line); // not the verdict
+        return set;
+    };
+    const auto old = lines(before);
+    std::string fresh;
+    for (const std::string& line : lines(after))
+        if (!old.count(line))
+            fresh += line + "\n";
+    return fresh;
+}
+
+std::uint32_t Red(std::uint32_t argb) {
+    return argb >> 16 & 0xFF;
+}
+
+TEST(ExifUpdate, CommitAndTurnLeaveSizesOrientationAndThumbnailTrue) {
+    if (!HaveExiftool())
+        GTEST_SKIP() << "exiftool is not installed";
+    TempDir dir;
+    for (ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
+        SCOPED_TRACE(order == ByteOrder::Little ? "II" : "MM");
+        CameraExif camera;
+        camera.order = order;
+        camera.orientation = 6;
+        camera.pixelWidth = 240;
+        camera.pixelHeight = 128;
+        camera.thumbnail = SmallJpeg(160, 80);
+        TestJpegOptions o = Picture(240, 128);
+        o.exif = CameraExifPayload(camera);
+        const Bytes original = MakeJpeg(o);
+        ASSERT_TRUE(WriteFile(dir.File("original.jpg"), original));
+        std::string error;
+
+        // A commit of a crop to a tall red picture.
+        Bitmap picture;
+        ASSERT_TRUE(picture.Reset(60, 120));
+        picture.Fill(0xFFFF0000u);
+        Bytes committed;
+        JpegEncoder encoder;
+        ASSERT_TRUE(encoder.Encode(picture, 90, committed, error));
+        CopyMetadataSections(original, committed);
+        ASSERT_TRUE(UpdateExifToPicture(committed, {&picture, {}, 0}, error)) << error;
+        ASSERT_TRUE(WriteFile(dir.File("commit.jpg"), committed));
+        auto tags = Tags(dir.File("commit.jpg"));
+        EXPECT_EQ(tags["[EXIF] ExifImageWidth"], "60");
+        EXPECT_EQ(tags["[EXIF] ExifImageHeight"], "120");
+        EXPECT_EQ(tags["[EXIF] Orientation"], "6"); // the pixels were not turned
+        EXPECT_EQ(tags["[EXIF] Make"], camera.make);
+        EXPECT_EQ(tags["[EXIF] DateTimeOriginal"], camera.dateTimeOriginal);
+        Bitmap thumb = Thumbnail(dir.File("commit.jpg"));
+        EXPECT_EQ(thumb.Width(), 60); // never larger than the picture
+        EXPECT_EQ(thumb.Height(), 120);
+        EXPECT_GT(Red(thumb.PixelAt(30, 60)), 240u);
+        EXPECT_EQ(NewWarnings(dir.File("original.jpg"), dir.File("commit.jpg")), "");
+
+        // A lossless turn right: sizes and thumbnail turn, the pixels stand as shown.
+        Bytes turned;
+        bool perfect = false;
+        ASSERT_TRUE(TransformJpeg(original.data(), original.size(), JpegTransform::Rotate90, turned,
+                                  perfect, error));
+        ASSERT_TRUE(UpdateExifToPicture(turned, {nullptr, JpegTransform::Rotate90, 1}, error));
+        ASSERT_TRUE(WriteFile(dir.File("turn.jpg"), turned));
+        tags = Tags(dir.File("turn.jpg"));
+        EXPECT_EQ(tags["[EXIF] ExifImageWidth"], "128");
+        EXPECT_EQ(tags["[EXIF] ExifImageHeight"], "240");
+        EXPECT_EQ(tags["[EXIF] Orientation"], "1");
+        thumb = Thumbnail(dir.File("turn.jpg"));
+        EXPECT_EQ(thumb.Width(), 80);
+        EXPECT_EQ(thumb.Height(), 160);
+        // The gradient's red rises to the right; turned right, it rises downwards.
+        EXPECT_GT(Red(thumb.PixelAt(40, 150)), Red(thumb.PixelAt(40, 10)) + 100);
+        EXPECT_EQ(NewWarnings(dir.File("original.jpg"), dir.File("turn.jpg")), "");
+    }
+}
+
+TEST(ExifUpdate, AThumbnailThatCannotBeMadeGoesAndDataWithoutExifStays) {
+    if (!HaveExiftool())
+        GTEST_SKIP() << "exiftool is not installed";
+    TempDir dir;
+    CameraExif camera;
+    camera.thumbnail = {0xFF, 0xD8, 1, 2, 3, 4}; // no picture in it
+    TestJpegOptions o = Picture(64, 48);
+    o.exif = CameraExifPayload(camera);
+    Bytes bytes = MakeJpeg(o);
+    std::string error;
+    ASSERT_TRUE(UpdateExifToPicture(bytes, {nullptr, JpegTransform::FlipHorizontal, 1}, error));
+    ASSERT_TRUE(WriteFile(dir.File("a.jpg"), bytes));
+    auto tags = Tags(dir.File("a.jpg"));
+    EXPECT_EQ(tags.count("[EXIF] ThumbnailLength"), 0u);
+    EXPECT_EQ(tags["[EXIF] Model"], camera.model);
+
+    const Bytes plain = MakeJpeg(Picture(64, 48));
+    bytes = plain;
+    ASSERT_TRUE(UpdateExifToPicture(bytes, {nullptr, JpegTransform::Rotate90, 1}, error));
+    EXPECT_EQ(bytes, plain);
+}
+
+// Real camera files through the batch front end: a crop and a resize
+// committed, a turn; maker notes stay and exiftool finds nothing new to warn.
+TEST(ExifUpdate, CameraFilesStayTrueAfterCropResizeAndTurn) {
+    const std::filesystem::path corpus = TIVOX_CORPUS_DIR;
+    if (!std::filesystem::is_directory(corpus) || !HaveExiftool())
+        GTEST_SKIP() << "no camera corpus or no exiftool";
+    TempDir dir;
+    int checked = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(corpus)) {
+        const std::string name = entry.path().filename();
+        if (entry.path().extension() != ".jpg" || name == "corrupted.jpg")
+            continue;
+        SCOPED_TRACE(name);
+        Bytes original;
+        ASSERT_TRUE(ReadFile(entry.path(), original));
+        const std::string source = dir.File("source.jpg");
+        ASSERT_TRUE(WriteFile(source, original));
+        const auto before = Tags(source);
+        // exiv2 cannot lay out maker notes whose own directories are already
+        // broken without an overlap; their warnings are not compared.
+        const bool brokenMakerNotes =
+            Capture("exiftool -validate -a -s -s -s -Warning " + source).output.find("Bad ") !=
+            std::string::npos;
+        const std::string turned = dir.File("turned.jpg");
+        const std::string cropped = dir.File("cropped.jpg"); // committed in place
+        ASSERT_TRUE(WriteFile(turned, original) && WriteFile(cropped, original));
+        std::string out;
+        ASSERT_EQ(RunBatch({"edit", "--crop", "100,100,300,200", cropped}, out), 0) << out;
+        ASSERT_EQ(
+            RunBatch({"edit", "--resize", "40x30", "--out", dir.File("resize.jpg"), source}, out),
+            0)
+            << out;
+        ASSERT_EQ(RunBatch({"transform", "right", turned}, out), 0) << out;
+        for (const std::string& file : {cropped, dir.File("resize.jpg"), turned}) {
+            SCOPED_TRACE(file);
+            auto after = Tags(file);
+            if (before.count("[EXIF] ExifImageWidth")) {
+                EXPECT_EQ(after["[EXIF] ExifImageWidth"], after["[File] ImageWidth"]);
+                EXPECT_EQ(after["[EXIF] ExifImageHeight"], after["[File] ImageHeight"]);
+            }
+            int makerNotes[2] = {0, 0};
+            for (const auto& [tag, value] : before)
+                makerNotes[0] += tag.starts_with("[MakerNotes]");
+            for (const auto& [tag, value] : after)
+                makerNotes[1] += tag.starts_with("[MakerNotes]");
+            EXPECT_EQ(makerNotes[1], makerNotes[0]);
+            if (before.count("[EXIF] ThumbnailLength")) {
+                const Bitmap thumb = Thumbnail(file);
+                ASSERT_FALSE(thumb.IsEmpty());
+                EXPECT_LE(std::max(thumb.Width(), thumb.Height()), kExifThumbnailSide);
+                const double w = std::stod(after["[File] ImageWidth"]);
+                const double h = std::stod(after["[File] ImageHeight"]);
+                // A turned thumbnail keeps the camera's framing; a new one the picture's.
+                if (file == turned)
+                    EXPECT_EQ(thumb.Width() < thumb.Height(), w < h);
+                else
+                    EXPECT_NEAR(double(thumb.Width()) / thumb.Height(), w / h, 0.15 * w / h);
+            }
+            if (!brokenMakerNotes) {
+                EXPECT_EQ(NewWarnings(source, file), "");
+            }
+        }
+        ++checked;
+    }
+    EXPECT_GT(checked, 10);
+}
+
+} // namespace
+} // namespace tivox::test
