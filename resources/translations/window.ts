@@ -64,6 +64,10 @@
         <translation>Fotos &amp;holen</translation>
     </message>
     <message>
+        <source>Thumbnail Memory (MiB):</source>
+        <translation>Speicher für Vorschaubilder (MiB):</translation>
+    </message>
+    <message>
         <source>Number of Tiles    X:</source>
         <translation>Anzahl der Kacheln    X:</translation>
     </message>

@@ -24,6 +24,7 @@ enum class DlgItem {
     GalleryFolder,
     CreateBackup,
     JpegQuality,
+    ThumbnailMemory,
 };
 
 class IDialogControls {

@@ -23,6 +23,7 @@ struct MainDialogFields {
     std::string m_galleryFolder;
     int m_createBackup = 1;
     std::uint32_t m_jpegQuality = 80;
+    std::uint32_t m_thumbnailMemory = 512; // MiB for the thumbnails of Full Screen Editing
 };
 
 // The defaults: base folder the user's pictures folder, galleries below it.

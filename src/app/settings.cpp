@@ -118,6 +118,7 @@ std::vector<std::uint8_t> CSettings::Store() const {
     w.Word(m_createBackup);
     w.Word(m_jpegQuality);
     w.Word(m_metricUnits);
+    w.Word(m_thumbnailMemory);
     return w.m_bytes;
 }
 
@@ -132,7 +133,8 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
     if (version < 100 || version > 1000)
         return false;
     // The oldest layout has no gallery folder, backup option, quality or unit;
-    // versions 120 to 149 have all but the unit.
+    // versions 120 to 149 have all but the unit, 150 to 159 all but the
+    // thumbnail memory.
     const bool oldest = version < 120;
     s.m_cameraDrive = r.String();
     s.m_baseFolder = r.String();
@@ -145,6 +147,7 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
     s.m_createBackup = oldest ? 1 : r.Word();
     s.m_jpegQuality = oldest ? 80 : r.Word();
     s.m_metricUnits = !oldest && version >= 150 ? r.Word() : 1;
+    s.m_thumbnailMemory = version >= 160 ? r.Word() : CSettings().m_thumbnailMemory;
     if (!r.Ok())
         return false;
     *this = s;

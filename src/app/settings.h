@@ -1,8 +1,9 @@
 #pragma once
 // CSettings: the program's settings file, TivoxSettings.dat. A small binary
 // record, little-endian, that the main dialog loads once at start and stores
-// once at its end. The writer always produces version 150; the reader also
-// accepts the two older layouts, chosen by the leading version word (100 to
+// once at its end. The writer always produces version 160 (150 plus the
+// thumbnail memory of Full Screen Editing); the reader also accepts the
+// older layouts, chosen by the leading version word (100 to
 // 1000; any other word marks a file that is not ours, which loads nothing).
 //
 // Strings carry a length prefix: one byte up to 254, then 0xFF and two bytes
@@ -16,7 +17,7 @@ namespace tivox {
 
 class CSettings {
 public:
-    static constexpr std::int32_t kVersion = 150;
+    static constexpr std::int32_t kVersion = 160;
 
     // The file's bytes for the fields below.
     std::vector<std::uint8_t> Store() const;
@@ -42,7 +43,8 @@ public:
     std::uint32_t m_statusBarHeight = 0;
     std::uint32_t m_createBackup = 1;
     std::uint32_t m_jpegQuality = 80;
-    std::uint32_t m_metricUnits = 1; // print sizes in centimetres, else inches
+    std::uint32_t m_metricUnits = 1;       // print sizes in centimetres, else inches
+    std::uint32_t m_thumbnailMemory = 512; // MiB that full-screen thumbnails may hold
 };
 
 // Where the settings file lives: beside the program when a writable

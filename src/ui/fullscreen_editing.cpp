@@ -30,6 +30,7 @@ void CFullScreenEditing::Open() {
     m_window.Configure(fields.m_tilesX, fields.m_tilesY, fields.m_statusBarHeight);
     m_photoList.SetThumbnailSize(m_window.GetThumbSize());
     m_photoList.SetWindow(&m_window);
+    m_photoList.SetThumbnailBudget(std::size_t(fields.m_thumbnailMemory) << 20);
     m_photoList.Open(GetPhotoFolderPath());
     m_window.SetPhotoList(&m_photoList);
 }

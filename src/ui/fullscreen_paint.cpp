@@ -9,6 +9,7 @@
 #include "imageops/operation.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
+#include "platform/resampler.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/qt_geometry.h"
 
@@ -83,7 +84,9 @@ void CFullScreenWnd::PaintTiles(QPainter& painter, const QRect& clip) {
             if (!photo) {
                 continue;
             }
-            if (photo->thumbnailReady.load(std::memory_order_acquire) == 0) {
+            // Held while drawing: the worker may drop thumbnails meanwhile.
+            const CPhoto::ThumbnailView view = photo->ViewThumbnail();
+            if (!view.image) {
                 painter.setPen(QPen(kGray, 1.0));
                 painter.setBrush(Qt::NoBrush);
                 const int x = origin.x, y = origin.y;
@@ -93,9 +96,19 @@ void CFullScreenWnd::PaintTiles(QPainter& painter, const QRect& clip) {
                 painter.drawLine(x, y + h, x + w, y);
                 continue;
             }
-            const Bitmap* thumb = photo->thumbnail.get();
-            const int w = thumb ? thumb->Width() : 0;
-            const int h = thumb ? thumb->Height() : 0;
+            const Bitmap* thumb = view.image;
+            // The camera's small picture stands in, scaled up to the box.
+            const Size drawn = view.isPreview && !thumb->IsEmpty()
+                                   ? FitInto({thumb->Width(), thumb->Height()}, thumbSize)
+                                   : Size{thumb->Width(), thumb->Height()};
+            const int w = drawn.width;
+            const int h = drawn.height;
+            auto draw = [&](QPainter& on, int x, int y) {
+                if (view.isPreview) {
+                    on.setRenderHint(QPainter::SmoothPixmapTransform);
+                }
+                on.drawImage(QRect(x, y, w, h), Wrap(*thumb));
+            };
             const Point offset = m_layout.GetCenterOffset(w, h);
             const bool hover = m_mousePos.x >= tile.x && m_mousePos.x < tile.x + tile.width &&
                                m_mousePos.y >= tile.y && m_mousePos.y < tile.y + tile.height;
@@ -104,13 +117,13 @@ void CFullScreenWnd::PaintTiles(QPainter& painter, const QRect& clip) {
                 m_thumbBuffer.fill(kBlack);
                 QPainter buffer(&m_thumbBuffer);
                 if (w > 0 && h > 0) {
-                    buffer.drawImage(offset.x, offset.y, Wrap(*thumb));
+                    draw(buffer, offset.x, offset.y);
                 }
                 buffer.fillRect(0, 0, thumbSize.width, thumbSize.height, kVeil);
                 buffer.end();
                 painter.drawImage(origin.x, origin.y, m_thumbBuffer);
             } else if (w > 0 && h > 0) {
-                painter.drawImage(origin.x + offset.x, origin.y + offset.y, Wrap(*thumb));
+                draw(painter, origin.x + offset.x, origin.y + offset.y);
             }
             QPen pen;
             if (MarkerPen(*photo, pen)) {

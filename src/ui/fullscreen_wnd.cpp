@@ -110,7 +110,19 @@ void CFullScreenWnd::SetPhotoList(CPhotoList* list) {
     m_photoList = list;
     m_pageStart = 0;
     m_currentIndex = 0;
+    ShowRangeToList();
     update();
+}
+
+void CFullScreenWnd::ShowRangeToList() {
+    if (!m_photoList) {
+        return;
+    }
+    if (m_singlePhoto) {
+        m_photoList->SetVisibleRange(m_currentIndex, 1);
+    } else {
+        m_photoList->SetVisibleRange(m_pageStart, m_layout.GetTilesPerPage());
+    }
 }
 
 void CFullScreenWnd::DestroyWindow() {
@@ -395,24 +407,28 @@ void CFullScreenWnd::StepBackward() {
 void CFullScreenWnd::NextPage() {
     const int count = m_photoList ? m_photoList->Count() : 0;
     m_pageStart = NextPageStart(m_pageStart, m_layout.GetTilesPerPage(), count);
+    ShowRangeToList();
     update();
 }
 
 void CFullScreenWnd::PreviousPage() {
     const int count = m_photoList ? m_photoList->Count() : 0;
     m_pageStart = PreviousPageStart(m_pageStart, m_layout.GetTilesPerPage(), count);
+    ShowRangeToList();
     update();
 }
 
 void CFullScreenWnd::NextPhoto() {
     const int count = m_photoList ? m_photoList->Count() : 0;
     m_currentIndex = NextPhotoIndex(m_currentIndex, count);
+    ShowRangeToList();
     update();
 }
 
 void CFullScreenWnd::PreviousPhoto() {
     const int count = m_photoList ? m_photoList->Count() : 0;
     m_currentIndex = PreviousPhotoIndex(m_currentIndex, count);
+    ShowRangeToList();
     update();
 }
 
@@ -425,6 +441,7 @@ void CFullScreenWnd::ChangeView() {
     } else {
         m_pageStart = PageStartOf(m_currentIndex, m_layout.GetTilesPerPage());
     }
+    ShowRangeToList();
     SyncToolPages();
     if (m_imageOpsDlg && !m_imageOpsDlg->isVisible()) {
         BringToTop();

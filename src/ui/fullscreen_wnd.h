@@ -139,6 +139,8 @@ private:
     void PaintSinglePhoto(QPainter& painter);
     void PaintStatusText(QPainter& painter, const CPhoto& photo);
     void OnTileReady(int index);
+    // Tells the list what is shown, so that its worker serves that first.
+    void ShowRangeToList();
     void NextPage();
     void PreviousPage();
     void NextPhoto();

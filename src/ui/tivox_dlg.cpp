@@ -172,6 +172,8 @@ QLineEdit* CTivoxDlg::Edit(DlgItem item) const {
         return m_galleryFolder;
     case DlgItem::JpegQuality:
         return m_quality;
+    case DlgItem::ThumbnailMemory:
+        return m_thumbMemory;
     default:
         return nullptr;
     }
@@ -286,6 +288,13 @@ void CTivoxDlg::BuildLayout() {
     tilesRow->addWidget(m_tilesX);
     tilesRow->addWidget(label("Y:"));
     tilesRow->addWidget(m_tilesY);
+    tilesRow->addSpacing(24);
+    tilesRow->addWidget(label("Thumbnail Memory (MiB):"));
+    m_thumbMemory = new QLineEdit(this);
+    m_thumbMemory->setObjectName(QStringLiteral("thumbnailMemory"));
+    m_thumbMemory->setAlignment(Qt::AlignRight);
+    m_thumbMemory->setFixedWidth(64);
+    tilesRow->addWidget(m_thumbMemory);
     tilesRow->addStretch();
     grid->addLayout(tilesRow, row++, 0, 1, 4);
     m_showStatusBar = MakeButton(Tr("Show &Statusbar in Full Screen Editing"), "showStatusBar");

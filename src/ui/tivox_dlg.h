@@ -121,6 +121,7 @@ private:
     QComboBox* m_exifTag = nullptr;
     QLineEdit* m_tilesX = nullptr;
     QLineEdit* m_tilesY = nullptr;
+    QLineEdit* m_thumbMemory = nullptr;
     QSlider* m_slider = nullptr;
     QLineEdit* m_quality = nullptr;
     QProgressBar* m_progress = nullptr;

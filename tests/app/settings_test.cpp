@@ -27,15 +27,20 @@ CSettings WorkedExample() {
     return s;
 }
 
+// Version 150's worked example loads as it was (with the default thumbnail
+// memory) and is written back as 160, with that word behind it.
 TEST(Settings, WorkedExampleIsSixtyBytes) {
-    const Data expected = {0x96, 0x00, 0x00, 0x00, 0x02, 0x45, 0x3A, 0x03, 0x43, 0x3A, 0x5C, 0x06,
-                           0x50, 0x68, 0x6F, 0x74, 0x6F, 0x73, 0x03, 0x43, 0x3A, 0x5C, 0x0D, 0x25,
-                           0x44, 0x61, 0x74, 0x65, 0x25, 0x5F, 0x25, 0x54, 0x69, 0x6D, 0x65, 0x25,
-                           0x04, 0x00, 0x00, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
-                           0x01, 0x00, 0x00, 0x00, 0x50, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00};
-    EXPECT_EQ(WorkedExample().Store(), expected);
+    Data expected = {0x96, 0x00, 0x00, 0x00, 0x02, 0x45, 0x3A, 0x03, 0x43, 0x3A, 0x5C, 0x06,
+                     0x50, 0x68, 0x6F, 0x74, 0x6F, 0x73, 0x03, 0x43, 0x3A, 0x5C, 0x0D, 0x25,
+                     0x44, 0x61, 0x74, 0x65, 0x25, 0x5F, 0x25, 0x54, 0x69, 0x6D, 0x65, 0x25,
+                     0x04, 0x00, 0x00, 0x00, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,
+                     0x01, 0x00, 0x00, 0x00, 0x50, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00};
     CSettings loaded;
     ASSERT_TRUE(loaded.Load(expected));
+    EXPECT_EQ(loaded.m_thumbnailMemory, 512u);
+    expected[0] = 0xA0;
+    expected.insert(expected.end(), {0x00, 0x02, 0x00, 0x00});
+    EXPECT_EQ(WorkedExample().Store(), expected);
     EXPECT_EQ(loaded.Store(), expected);
 }
 
@@ -53,20 +58,21 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
         s.m_cameraDrive = std::string(length, 'x');
         const Data bytes = s.Store();
         EXPECT_EQ(Data(bytes.begin() + 4, bytes.begin() + 4 + long(prefix.size())), prefix);
-        EXPECT_EQ(bytes.size(), 4 + prefix.size() + length + 4 * 1 + 24);
+        EXPECT_EQ(bytes.size(), 4 + prefix.size() + length + 4 * 1 + 28);
         ASSERT_TRUE(back.Load(bytes));
         EXPECT_EQ(back.m_cameraDrive, s.m_cameraDrive);
     }
 }
 
 TEST(Settings, TheVersionWordChoosesTheLayout) {
-    // 120 added the gallery folder, backup and quality, 150 the units; a word
-    // outside 100 to 1000 is no settings file at all.
+    // 120 added the gallery folder, backup and quality, 150 the units, 160
+    // the thumbnail memory; a word outside 100 to 1000 is no settings file.
     const struct {
         std::int32_t version;
-        bool gallery, units;
-    } cases[] = {{1000, true, true}, {150, true, true},   {149, true, false},
-                 {120, true, false}, {119, false, false}, {100, false, false}};
+        bool gallery, units, memory;
+    } cases[] = {{1000, true, true, true},  {160, true, true, true},   {159, true, true, false},
+                 {149, true, false, false}, {120, true, false, false}, {119, false, false, false},
+                 {100, false, false, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.version);
         Data file; // with one-byte lengths
@@ -81,8 +87,8 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
             file.push_back(std::uint8_t(text.size()));
             file.insert(file.end(), text.begin(), text.end());
         }
-        const std::uint32_t numbers[] = {5, 6, 30, 0, 90, 0};
-        for (int i = 0; i < 3 + 2 * c.gallery + c.units; ++i)
+        const std::uint32_t numbers[] = {5, 6, 30, 0, 90, 0, 64};
+        for (int i = 0; i < 3 + 2 * c.gallery + c.units + c.memory; ++i)
             word(numbers[i]);
         CSettings s;
         s.m_metricUnits = 7;
@@ -93,7 +99,8 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
         EXPECT_EQ(s.m_createBackup, c.gallery ? 0u : 1u);
         EXPECT_EQ(s.m_jpegQuality, c.gallery ? 90u : 80u);
         EXPECT_EQ(s.m_metricUnits, c.units ? 0u : 1u);
-        EXPECT_EQ(s.Store()[0], 150);       // written back as the current version
+        EXPECT_EQ(s.m_thumbnailMemory, c.memory ? 64u : 512u);
+        EXPECT_EQ(s.Store()[0], 160);       // written back as the current version
         file.insert(file.end(), {1, 2, 3}); // trailing bytes are ignored
         EXPECT_TRUE(CSettings().Load(file));
         for (const std::int32_t unknown : {99, 1001, -5}) {

@@ -55,6 +55,7 @@ TEST(MainDialog, ADamagedSettingsFileSilentlyLeavesTheDefaults) {
         {DlgItem::TilesY, "4"},
         {DlgItem::GalleryFolder, DefaultGalleryFolder()},
         {DlgItem::JpegQuality, "80"},
+        {DlgItem::ThumbnailMemory, "512"},
     };
     for (const auto& [item, text] : edits)
         EXPECT_EQ(Text(rig, item), text) << int(item);
@@ -99,6 +100,13 @@ TEST(MainDialog, ARefusedNumberStopsTheRead) {
         EXPECT_EQ(f.m_tilesY, c.wantY);
         EXPECT_EQ(f.m_jpegQuality, c.wantQuality);
         EXPECT_EQ(f.m_galleryFolder, c.galleryTaken ? "/new/galleries" : oldGallery);
+    }
+    // The thumbnail memory, read last, lies within 64 MiB and 16 GiB.
+    for (const auto& [text, good] : {std::pair{"64", true}, {"16384", true}, {"63", false}}) {
+        DialogRig rig;
+        Type(rig, DlgItem::ThumbnailMemory, text);
+        EXPECT_EQ(rig.dlg->Commands().UpdateData(true), good) << text;
+        EXPECT_EQ(rig.dlg->Fields().m_thumbnailMemory, std::stoul(text));
     }
 }
 

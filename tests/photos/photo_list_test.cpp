@@ -241,12 +241,12 @@ TEST_F(WorkerTest, EvictionWaitsForAThumbnailBeingDrawn) {
     ASSERT_TRUE(list.WaitWorker(20000)); // photos 0 and 1
     GateHost gate;
     list.SetWindow(&gate);
+    list.SetVisibleRange(5, 1);
+    gate.arrived.wait(); // photo 5 is built; next the worker makes room
     {
         const CPhoto::ThumbnailView view = list.PhotoAt(0)->ViewThumbnail();
         ASSERT_NE(view.image, nullptr);
         ASSERT_FALSE(view.isPreview);
-        list.SetVisibleRange(5, 1);
-        gate.arrived.wait(); // photo 5 is built; next the worker makes room
         gate.go.count_down();
         std::uint32_t sum = 0;
         for (int y = 0; y < view.image->Height(); ++y)
