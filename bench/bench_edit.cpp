@@ -98,9 +98,18 @@ int Make(const std::string& out, const char* source) {
         const int v = int(p[i]) + int(rng() % 9) - 4;
         p[i] = std::uint8_t(v < 0 ? 0 : (v > 255 ? 255 : v));
     }
-    return EncodeJpegFile(picture, 92, out, error)
-               ? 0
-               : (std::fprintf(stderr, "%s\n", error.c_str()), 1);
+    // The source's EXIF data (with its thumbnail) comes along, so that the
+    // commit pays for bringing it up to date as it does on a camera's photo.
+    std::vector<std::uint8_t> bytes, original;
+    JpegEncoder encoder;
+    UiText failure;
+    if (!encoder.Encode(picture, 92, bytes, error))
+        return std::fprintf(stderr, "%s\n", error.c_str()), 1;
+    if (source && ReadWholeFile(source, original, error))
+        CopyMetadataSections(original, bytes);
+    if (!WriteFileDurably(out, bytes.data(), bytes.size(), failure))
+        return std::fprintf(stderr, "%s\n", RenderUiText(failure).c_str()), 1;
+    return 0;
 }
 
 ColorMatrix BenchMatrix() {

@@ -1,5 +1,6 @@
 #include "exif/exif_update.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <mutex>
@@ -67,6 +68,44 @@ void DropJfifHeader(std::vector<std::uint8_t>& jpeg) {
     }
 }
 
+// `source` shrunk by a whole factor, each pixel the mean of its k x k block,
+// to at least twice `target` on each side. The resampler's kernel would read
+// every pixel of a 24 MP photo for each of a thumbnail's few; this pass reads
+// each once, and the resampler finishes from a small picture.
+const Bitmap* BoxShrink(const Bitmap& source, Size target, Bitmap& out) {
+    const int k =
+        std::min(source.Width() / (2 * target.width), source.Height() / (2 * target.height));
+    if (k < 2 || !out.Reset(source.Width() / k, source.Height() / k))
+        return &source;
+    std::vector<std::uint32_t> sums(std::size_t(out.Width()) * 3);
+    const std::uint32_t area = std::uint32_t(k * k);
+    for (int oy = 0; oy < out.Height(); ++oy) {
+        std::fill(sums.begin(), sums.end(), 0u);
+        for (int y = oy * k; y < oy * k + k; ++y) {
+            const std::uint8_t* p = source.Row(y);
+            for (int ox = 0; ox < out.Width(); ++ox) {
+                std::uint32_t b = 0, g = 0, r = 0;
+                for (int i = 0; i < k; ++i, p += 4) {
+                    b += p[0];
+                    g += p[1];
+                    r += p[2];
+                }
+                sums[3 * std::size_t(ox)] += b;
+                sums[3 * std::size_t(ox) + 1] += g;
+                sums[3 * std::size_t(ox) + 2] += r;
+            }
+        }
+        std::uint8_t* q = out.Row(oy);
+        for (int ox = 0; ox < out.Width(); ++ox, q += 4) {
+            q[0] = std::uint8_t(sums[3 * std::size_t(ox)] / area);
+            q[1] = std::uint8_t(sums[3 * std::size_t(ox) + 1] / area);
+            q[2] = std::uint8_t(sums[3 * std::size_t(ox) + 2] / area);
+            q[3] = 0xFF;
+        }
+    }
+    return &out;
+}
+
 // The new thumbnail's JPEG bytes and size, from the picture or by turning
 // the old one. False when none can be made.
 bool MakeThumbnail(const Exiv2::DataBuf& old, bool oldIsJpeg, const PictureChange& change,
@@ -76,7 +115,9 @@ bool MakeThumbnail(const Exiv2::DataBuf& old, bool oldIsJpeg, const PictureChang
         const Size source{change.picture->Width(), change.picture->Height()};
         size = FitInto(source, {std::min(kExifThumbnailSide, source.width),
                                 std::min(kExifThumbnailSide, source.height)});
-        const auto small = ScaleImage(change.picture, size.width, size.height);
+        Bitmap shrunk;
+        const auto small =
+            ScaleImage(BoxShrink(*change.picture, size, shrunk), size.width, size.height);
         JpegEncoder encoder;
         if (!small || !encoder.Encode(*small, 85, out, error))
             return false;

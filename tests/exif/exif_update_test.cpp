@@ -90,9 +90,13 @@ TEST(ExifUpdate, CommitAndTurnLeaveSizesOrientationAndThumbnailTrue) {
         ASSERT_TRUE(WriteFile(dir.File("original.jpg"), original));
         std::string error;
 
-        // A commit of a crop to a tall red picture.
+        // A commit of a crop to a tall red picture, large (the thumbnail is
+        // shrunk) or small (never enlarged).
+        const bool large = order == ByteOrder::Little;
+        const Size crop = large ? Size{640, 1280} : Size{60, 120};
+        const Size small = large ? Size{80, 160} : crop;
         Bitmap picture;
-        ASSERT_TRUE(picture.Reset(60, 120));
+        ASSERT_TRUE(picture.Reset(crop.width, crop.height));
         picture.Fill(0xFFFF0000u);
         Bytes committed;
         JpegEncoder encoder;
@@ -101,15 +105,17 @@ TEST(ExifUpdate, CommitAndTurnLeaveSizesOrientationAndThumbnailTrue) {
         ASSERT_TRUE(UpdateExifToPicture(committed, {&picture, {}, 0}, error)) << error;
         ASSERT_TRUE(WriteFile(dir.File("commit.jpg"), committed));
         auto tags = Tags(dir.File("commit.jpg"));
-        EXPECT_EQ(tags["[EXIF] ExifImageWidth"], "60");
-        EXPECT_EQ(tags["[EXIF] ExifImageHeight"], "120");
+        EXPECT_EQ(tags["[EXIF] ExifImageWidth"], std::to_string(crop.width));
+        EXPECT_EQ(tags["[EXIF] ExifImageHeight"], std::to_string(crop.height));
         EXPECT_EQ(tags["[EXIF] Orientation"], "6"); // the pixels were not turned
         EXPECT_EQ(tags["[EXIF] Make"], camera.make);
         EXPECT_EQ(tags["[EXIF] DateTimeOriginal"], camera.dateTimeOriginal);
         Bitmap thumb = Thumbnail(dir.File("commit.jpg"));
-        EXPECT_EQ(thumb.Width(), 60); // never larger than the picture
-        EXPECT_EQ(thumb.Height(), 120);
-        EXPECT_GT(Red(thumb.PixelAt(30, 60)), 240u);
+        EXPECT_EQ(thumb.Width(), small.width);
+        EXPECT_EQ(thumb.Height(), small.height);
+        EXPECT_GT(Red(thumb.PixelAt(small.width / 2, small.height / 2)), 240u);
+        EXPECT_EQ(thumb.PixelAt(small.width / 2, small.height / 2) & 0xF0F0u,
+                  0u); // no green, no blue
         EXPECT_EQ(NewWarnings(dir.File("original.jpg"), dir.File("commit.jpg")), "");
 
         // A lossless turn right: sizes and thumbnail turn, the pixels stand as shown.
