@@ -197,7 +197,7 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
-    mallopt(M_MMAP_THRESHOLD, 128 * 1024); // as Full Screen Editing sets it
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024); // as the program sets it at its start
     if (argc < 2) {
         std::fprintf(stderr, "usage: bench_fullscreen FOLDER [COUNT]\n");
         return 2;

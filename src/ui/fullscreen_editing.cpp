@@ -1,18 +1,10 @@
 #include "ui/fullscreen_editing.h"
 
-#include <malloc.h>
-
 #include "ui/tivox_dlg.h"
 
 namespace tivox {
 
 CFullScreenEditing::CFullScreenEditing(CTivoxDlg& dialog) : m_dialog(dialog) {
-    // Thumbnails of some megabytes come and go all the time. glibc raises
-    // its mmap threshold after the first such block is freed and then serves
-    // them from heaps that fragment: paging through 10,000 photos at 4K grew
-    // to 2.6 GiB resident for 0.5 GiB of thumbnails. A fixed threshold gives
-    // each big block back to the system when it goes.
-    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     m_dialog.SetFullScreenHooks([this] { Open(); }, [this] { return MayLeave(); },
                                 [this] { Close(); });
 }
