@@ -1,5 +1,7 @@
 #include "gallery/link_text.h"
 
+#include "platform/percent_encoding.h"
+
 namespace tivox {
 
 namespace {
@@ -35,20 +37,7 @@ bool StaysInSegment(unsigned char c) {
 } // namespace
 
 std::string PercentEncodeSegment(std::string_view name) {
-    static constexpr char kHex[] = "0123456789ABCDEF";
-    std::string out;
-    out.reserve(name.size());
-    for (const char ch : name) {
-        const auto c = static_cast<unsigned char>(ch);
-        if (StaysInSegment(c)) {
-            out += ch;
-        } else {
-            out += '%';
-            out += kHex[c >> 4];
-            out += kHex[c & 0x0F];
-        }
-    }
-    return out;
+    return PercentEncode(name, StaysInSegment);
 }
 
 std::string EscapeHtml(std::string_view text) {

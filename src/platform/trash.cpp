@@ -10,6 +10,8 @@
 #include <ctime>
 #include <memory>
 
+#include "platform/percent_encoding.h"
+
 namespace tivox {
 
 namespace {
@@ -105,20 +107,10 @@ std::string VolumeTrashFolder(const std::string& topdir) {
 }
 
 std::string PercentEncodePath(const std::string& path) {
-    static constexpr char kHex[] = "0123456789ABCDEF";
-    std::string out;
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-            (byte >= '0' && byte <= '9') || std::strchr("-._~/", c) != nullptr) {
-            out += c;
-        } else {
-            out += '%';
-            out += kHex[byte >> 4];
-            out += kHex[byte & 15];
-        }
-    }
-    return out;
+    return PercentEncode(path, [](unsigned char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               (c != 0 && std::strchr("-._~/", c) != nullptr);
+    });
 }
 
 bool MoveToTrash(const std::string& path, std::string& trashed, UiText& error,
