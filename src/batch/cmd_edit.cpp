@@ -36,8 +36,9 @@ public:
     void InvalidateTile(int) override {}
     void BringToTop() override {}
     CPhoto* GetCurrentPhoto() override { return &m_photo; }
-    // The denoise preview's full-size buffer serves the commit again.
     BitmapRecycler* GetBitmapRecycler() override { return &m_recycler; }
+    // Only the file is written: the edits go straight to the commit.
+    bool ShowsPreviews() const override { return false; }
 
 private:
     Size m_screen;
@@ -164,10 +165,13 @@ int RunEdit(const Args& input) {
     CPhoto photo;
     photo.SetPath(args[0]);
     EditHost host(screen, quality, photo);
-    // The photo as the window shows it alone.
-    photo.LoadScreenImage(screen);
-    if (photo.sourceSize.width <= 0 || !photo.screenImage || photo.screenImage->IsEmpty())
-        return Fail(RenderUiText(ReadErrorText(photo.path, photo.readError)));
+    // The photo as the window shows it alone, where edits are drawn on the
+    // screen; the other edits are only recorded, and the commit reads the file.
+    if (crop || !redEyes.empty()) {
+        photo.LoadScreenImage(screen);
+        if (photo.sourceSize.width <= 0 || !photo.screenImage || photo.screenImage->IsEmpty())
+            return Fail(RenderUiText(ReadErrorText(photo.path, photo.readError)));
+    }
 
     CImageProcessor processor;
     processor.SetWindow(&host);

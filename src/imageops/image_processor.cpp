@@ -83,6 +83,8 @@ void CImageProcessor::ApplyColor(CPhoto* photo, bool full) {
     if (!photo)
         return;
     Bitmap* image = full ? photo->fullImage.get() : photo->screenImage.get();
+    if (!full && m_window && !m_window->ShowsPreviews())
+        image = nullptr; // nobody looks: the values are only recorded
     if (!image) {
         // A photo that was never shown only gets the values recorded.
         if (!full)

@@ -32,6 +32,8 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
     const Size screen = window.GetScreenSize();
     BitmapRecycler* recycler = window.GetBitmapRecycler();
     auto wanted = [mask](int bit) { return (mask & bit) != 0; };
+    if (!full && !window.ShowsPreviews())
+        return screenImage.get();
 
     // 1. Start.
     Bitmap* current = nullptr;
@@ -131,7 +133,7 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
     // working image to make it from, so one is made from the edited full
     // image for the moment and dropped again. A file that could not be read
     // is not committed; its pictures (and readError) stay as they are.
-    if (full && fullImage && !fullImage->IsEmpty()) {
+    if (full && fullImage && !fullImage->IsEmpty() && window.ShowsPreviews()) {
         if (screenImage) {
             ThumbnailFromScreen(window.GetThumbSize());
         } else {

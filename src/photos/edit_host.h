@@ -28,6 +28,10 @@ public:
     // Where full-size pictures leave their buffers for the next one; null
     // when the host keeps none.
     virtual BitmapRecycler* GetBitmapRecycler() { return nullptr; }
+    // Whether anybody looks at the working image and the thumbnail. A host
+    // that only writes files (the batch) says no, and edits are then just
+    // recorded until the commit.
+    virtual bool ShowsPreviews() const { return true; }
 };
 
 } // namespace tivox
