@@ -255,6 +255,10 @@ int Run(const std::string& file, int runs) {
     std::printf("%-28s %8.3f s  (replay %.3f s, then save)\n", "commit", commit, applyBest);
     std::printf("floor_seconds %.6f\ncommit_seconds %.6f\n", floor, commit);
     std::printf("magick_args %s\n", MagickArguments().c_str());
+    std::printf("batch_args --brightness %.2f --contrast %.2f --sharpness %.2f --gamma %.2f "
+                "--saturation %.2f --denoise\n",
+                double(kBrightness), double(kContrast), double(kSharpness), double(kGamma),
+                double(kSaturation));
     return 0;
 }
 
