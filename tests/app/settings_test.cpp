@@ -17,7 +17,7 @@ namespace {
 
 using Data = std::vector<std::uint8_t>;
 
-CSettings WorkedExample() {
+CSettings WindowsEraSettings() {
     CSettings s;
     s.m_cameraDrive = "E:";
     s.m_baseFolder = "C:\\";
@@ -27,9 +27,10 @@ CSettings WorkedExample() {
     return s;
 }
 
-// Version 150's worked example loads as it was (with the default thumbnail
-// memory) and is written back as 160, with that word behind it.
-TEST(Settings, WorkedExampleIsSixtyBytes) {
+// A version 150 file, written before there was a thumbnail memory, loads as
+// it was (with the default memory) and is written back as 160, with that word
+// behind it.
+TEST(Settings, AVersion150FileOfSixtyBytesLoadsAndIsWrittenAs160) {
     Data expected = {0x96, 0x00, 0x00, 0x00, 0x02, 0x45, 0x3A, 0x03, 0x43, 0x3A, 0x5C, 0x06,
                      0x50, 0x68, 0x6F, 0x74, 0x6F, 0x73, 0x03, 0x43, 0x3A, 0x5C, 0x0D, 0x25,
                      0x44, 0x61, 0x74, 0x65, 0x25, 0x5F, 0x25, 0x54, 0x69, 0x6D, 0x65, 0x25,
@@ -40,7 +41,7 @@ TEST(Settings, WorkedExampleIsSixtyBytes) {
     EXPECT_EQ(loaded.m_thumbnailMemory, 512u);
     expected[0] = 0xA0;
     expected.insert(expected.end(), {0x00, 0x02, 0x00, 0x00});
-    EXPECT_EQ(WorkedExample().Store(), expected);
+    EXPECT_EQ(WindowsEraSettings().Store(), expected);
     EXPECT_EQ(loaded.Store(), expected);
 }
 
@@ -113,7 +114,7 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
 }
 
 TEST(Settings, ACutFileLoadsNothing) {
-    CSettings full = WorkedExample();
+    CSettings full = WindowsEraSettings();
     full.m_tilesX = 50;
     const Data bytes = full.Store();
     for (std::size_t n = 0; n < bytes.size(); ++n) {
@@ -144,16 +145,16 @@ TEST(Settings, ACutFileLoadsNothing) {
 TEST(Settings, FilesAndTheirLocation) {
     TempDir dir;
     const std::string path = dir.File("conf/tivoxplus/TivoxSettings.dat");
-    ASSERT_TRUE(WorkedExample().StoreFile(path));
+    ASSERT_TRUE(WindowsEraSettings().StoreFile(path));
     Bytes onDisc;
     ASSERT_TRUE(ReadFile(path, onDisc));
-    EXPECT_EQ(onDisc, WorkedExample().Store());
+    EXPECT_EQ(onDisc, WindowsEraSettings().Store());
     EXPECT_FALSE(CSettings().LoadFile(dir.File("missing.dat")));
     EXPECT_FALSE(CSettings().StoreFile(dir.path())); // a folder can't be the file
     // Replaced, never rewritten in place: a second name of the old file keeps
     // the old bytes, and no temporary file is left beside the new one.
     ASSERT_EQ(link(path.c_str(), dir.File("old.dat").c_str()), 0);
-    CSettings changed = WorkedExample();
+    CSettings changed = WindowsEraSettings();
     changed.m_tilesX = 7;
     ASSERT_TRUE(changed.StoreFile(path));
     CSettings back;

@@ -62,7 +62,7 @@ protected:
     CImageProcessor processor;
 };
 
-TEST_F(EditTest, CropOfTheWorkedExampleAtCommit) {
+TEST_F(EditTest, CropOfAPhotoTwiceTheScreenAtCommit) {
     // 2048 x 1536 shown on 1024 x 768 fills the screen: s = 2.
     Open(2048, 1536);
     photo.edits.SetCrop(Rect{100, 100, 200, 150});
