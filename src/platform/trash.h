@@ -1,6 +1,6 @@
 #pragma once
-// Moving files to the desktop Trash as file managers keep it (freedesktop.org
-// Trash specification), so that the user can bring them back from there.
+// Moving files to the desktop Trash in the freedesktop.org layout that file
+// managers share, so that the user can bring them back from there.
 // Qt's QFile::moveToTrash (6.4) writes the original path without the
 // percent-encoding the .trashinfo file needs, so the format is written here.
 
