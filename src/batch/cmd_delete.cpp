@@ -7,6 +7,7 @@
 #include <string>
 
 #include "batch/batch_command.h"
+#include "batch/terminal_prompt.h"
 #include "platform/trash.h"
 
 namespace tivox::batch {
@@ -23,18 +24,11 @@ int RunDelete(const Args& input) {
     const UiText question = args.size() == 1 ? UiText{TIVOX_TR("Move 1 photo to the Trash?"), {}}
                                              : UiText{TIVOX_TR("Move %s photos to the Trash?"),
                                                       {std::to_string(args.size())}};
-    std::fprintf(stderr, "%s ", RenderUiText(question).c_str());
-    if (yes) {
-        std::fprintf(stderr, "[--yes] Yes\n");
-    } else {
-        // No unless the answer says yes: this is the safe side.
-        std::fprintf(stderr, "[y/N] ");
-        std::fflush(stderr);
-        char line[64];
-        if (!std::fgets(line, sizeof line, stdin) || (line[0] != 'y' && line[0] != 'Y')) {
-            std::fprintf(stderr, "Nothing was moved.\n");
-            return kExitFailure;
-        }
+    TerminalPrompt prompt(yes);
+    if (prompt.Ask(question, PromptIcon::Question, PromptButtons::YesNo, PromptAnswer::No) !=
+        PromptAnswer::Yes) {
+        std::fprintf(stderr, "Nothing was moved.\n");
+        return kExitFailure;
     }
     int failed = 0;
     for (const std::string& photo : args) {

@@ -16,43 +16,11 @@
 #include "acquire/file_walker.h"
 #include "acquire/photo_transfer.h"
 #include "batch/batch_command.h"
+#include "batch/terminal_prompt.h"
 
 namespace tivox::batch {
 
 namespace {
-
-// Questions on the terminal, or all answered with Yes. Every message is
-// printed: finish messages on standard output, the others on standard error.
-class TerminalPrompt final : public IPrompt {
-public:
-    explicit TerminalPrompt(bool answerYes) : m_answerYes(answerYes) {}
-
-    PromptAnswer Ask(const UiText& text, PromptIcon icon, PromptButtons buttons,
-                     PromptAnswer defaultAnswer, const UiText&) override {
-        std::FILE* out = icon == PromptIcon::Information ? stdout : stderr;
-        std::fprintf(out, "%s\n", RenderUiText(text).c_str());
-        if (buttons == PromptButtons::Ok)
-            return PromptAnswer::Ok;
-        if (m_answerYes) {
-            std::fprintf(out, "[--yes] Yes\n");
-            return PromptAnswer::Yes;
-        }
-        const bool yesFirst = defaultAnswer == PromptAnswer::Yes;
-        std::fprintf(stderr, "%s ", yesFirst ? "[Y/n]" : "[y/N]");
-        std::fflush(stderr);
-        char line[64];
-        if (!std::fgets(line, sizeof(line), stdin))
-            return PromptAnswer::No;
-        if (line[0] == 'y' || line[0] == 'Y')
-            return PromptAnswer::Yes;
-        if (line[0] == 'n' || line[0] == 'N')
-            return PromptAnswer::No;
-        return yesFirst ? PromptAnswer::Yes : PromptAnswer::No;
-    }
-
-private:
-    bool m_answerYes;
-};
 
 // A bar of 40 characters on standard error, redrawn when it moves.
 class TerminalProgress final : public IProgressSink {
