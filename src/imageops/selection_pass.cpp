@@ -18,6 +18,17 @@ constexpr std::size_t kListedFailures = 15;
 
 } // namespace
 
+int CountChosen(const ProcessScope& scope, IEditHost& window) {
+    if (scope.current)
+        return window.GetCurrentPhoto() ? 1 : 0;
+    int count = 0;
+    if (const CPhotoList* list = window.GetPhotoList())
+        for (int i = 0; i < list->Count(); ++i)
+            if (const CPhoto* photo = list->PhotoAt(i); photo && scope.Chooses(photo->marker))
+                ++count;
+    return count;
+}
+
 PassResult RunPass(const COperation& operation, const ProcessScope& scope,
                    CImageProcessor& processor, IEditHost& window, IStepProgress& progress) {
     PassResult result;
@@ -29,10 +40,7 @@ PassResult RunPass(const COperation& operation, const ProcessScope& scope,
         if (CPhoto* photo = window.GetCurrentPhoto())
             run(photo, false);
     } else if (CPhotoList* list = window.GetPhotoList()) {
-        int total = 0;
-        for (int i = 0; i < list->Count(); ++i)
-            if (const CPhoto* photo = list->PhotoAt(i); photo && scope.Chooses(photo->marker))
-                ++total;
+        const int total = CountChosen(scope, window);
         StepScope steps(progress, total, {TIVOX_TR("Processing the photos"), {}});
         int done = 0;
         list->ResetCursor();

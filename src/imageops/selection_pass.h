@@ -37,6 +37,10 @@ struct PassResult {
     std::vector<UiText> failures; // the processor's error text, per failed photo
 };
 
+// How many photos the boxes choose: the current one (if any), or those of
+// the list that "All" or their colour picks.
+int CountChosen(const ProcessScope& scope, IEditHost& window);
+
 // Runs `operation` on the chosen photos. A walk over the list counts each
 // chosen photo as one step of `progress` and stops between two photos when
 // the user cancels; a failure does not stop it. Last the window is repainted.

@@ -1,7 +1,6 @@
 #include "ui/image_ops_dlg.h"
 
 #include <QCoreApplication>
-#include <algorithm>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -9,6 +8,7 @@
 #include <QLineEdit>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "controls/icon_button.h"
 #include "gallery/gallery_folder.h"
@@ -293,6 +293,11 @@ std::string CImageOpsDlg::GetGalleryFolder() const {
 CSettings* CImageOpsDlg::GetSettings() const {
     IFullScreenOwner* owner = m_window->GetMainDlg();
     return owner ? &owner->GetSettings() : nullptr;
+}
+
+ProcessScope CImageOpsDlg::Scope() {
+    ReadScope();
+    return m_scope;
 }
 
 bool CImageOpsDlg::IsProcessCurrent() {

@@ -60,6 +60,8 @@ public:
     // The gallery folder of the open photo folder.
     std::string GetGalleryFolder() const;
     CSettings* GetSettings() const;
+    // The "Process:" boxes as they stand.
+    ProcessScope Scope();
     // Whether "Current" is checked, read from its box.
     bool IsProcessCurrent();
     void ResetProcessor();

@@ -9,8 +9,6 @@
 #include "controls/icon_button.h"
 #include "imageops/operation.h"
 #include "imageops/selection_pass.h"
-#include "photos/photo.h"
-#include "photos/photo_list.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
@@ -69,18 +67,8 @@ void CBasicPage::OnDelete() {
     // The question counts the photos that the "Process:" boxes choose and
     // names the colours, so that nobody sends more to the Trash than meant.
     CFullScreenWnd* window = m_dlg->Window();
-    const ProcessScope scope{m_dlg->ProcessCurrent()->isChecked(), m_dlg->ProcessAll()->isChecked(),
-                             m_dlg->ProcessColor(1)->isChecked(),
-                             m_dlg->ProcessColor(2)->isChecked(),
-                             m_dlg->ProcessColor(3)->isChecked()};
-    int count = 0;
-    if (scope.current) {
-        count = window->GetCurrentPhoto() ? 1 : 0;
-    } else if (CPhotoList* list = window->GetPhotoList()) {
-        for (int i = 0; i < list->Count(); ++i) {
-            count += scope.Chooses(list->PhotoAt(i)->marker) ? 1 : 0;
-        }
-    }
+    const ProcessScope scope = m_dlg->Scope();
+    const int count = CountChosen(scope, *window);
     if (count == 0) {
         return;
     }

@@ -36,13 +36,6 @@ QGroupBox* MakeGroup(QWidget* parent, const QString& title, QLineEdit* fields[4]
     return group;
 }
 
-// The "Process:" boxes of the Image Operations window as they stand.
-ProcessScope ScopeOf(const CImageOpsDlg& dlg) {
-    return {dlg.ProcessCurrent()->isChecked(), dlg.ProcessAll()->isChecked(),
-            dlg.ProcessColor(1)->isChecked(), dlg.ProcessColor(2)->isChecked(),
-            dlg.ProcessColor(3)->isChecked()};
-}
-
 } // namespace
 
 CWebPage::CWebPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
@@ -113,7 +106,7 @@ GalleryReport CWebPage::OnCreateGallery() {
     // The command tells the failures of both walks at its end.
     const GalleryReport report =
         command.OnCreateGallery([this, window](const COperation& op, IStepProgress& steps) {
-            return RunPass(op, ScopeOf(*m_dlg), m_dlg->Processor(), *window, steps);
+            return RunPass(op, m_dlg->Scope(), m_dlg->Processor(), *window, steps);
         });
     window->Invalidate();
     return report;
