@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <turbojpeg.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <memory>
 
 #include "exif/exif_reader.h"
+#include "platform/jpeg_codec.h"
 
 namespace tivox {
 
@@ -23,30 +23,12 @@ struct FileCloser {
 };
 
 bool DecodeSmallJpeg(const std::uint8_t* data, int size, Bitmap& out) {
-    std::unique_ptr<void, int (*)(tjhandle)> handle(tjInitDecompress(), tjDestroy);
-    if (!handle)
-        return false;
-    int width = 0, height = 0, sub = 0, colorspace = 0;
-    auto* bytes = const_cast<unsigned char*>(data); // TurboJPEG 2.1 takes non-const
-    if (tjDecompressHeader3(handle.get(), bytes, static_cast<unsigned long>(size), &width, &height,
-                            &sub, &colorspace) != 0 ||
-        width <= 0 || height <= 0 || width > kMaxPreviewSide || height > kMaxPreviewSide ||
-        colorspace == TJCS_CMYK || colorspace == TJCS_YCCK)
-        return false;
-    Bitmap image;
-    if (!image.Reset(width, height))
-        return false;
-    if (tjDecompress2(handle.get(), bytes, static_cast<unsigned long>(size), image.Data(), width,
-                      image.Stride(), height, TJPF_BGRA, 0) != 0)
-        return false;
-    // TurboJPEG leaves the fourth byte as it likes; the picture is opaque.
-    for (int y = 0; y < height; ++y) {
-        std::uint8_t* row = image.Row(y);
-        for (int x = 0; x < width; ++x)
-            row[4 * x + 3] = 0xFF;
-    }
-    out = std::move(image);
-    return true;
+    JpegDecoder decoder;
+    decoder.LoadBytes(data, std::size_t(size));
+    JpegInfo info;
+    std::string error;
+    return decoder.ReadHeader(info, error) && info.width <= kMaxPreviewSide &&
+           info.height <= kMaxPreviewSide && decoder.Decode({0, 0}, out, info, error);
 }
 
 } // namespace

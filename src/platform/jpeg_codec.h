@@ -51,6 +51,10 @@ public:
     // Reads a whole file into the decoder's buffer (reused between calls).
     bool LoadFile(const std::string& path, std::string& error);
     const std::vector<std::uint8_t>& Buffer() const { return m_buffer; }
+    // Takes JPEG data already in memory (an embedded thumbnail) instead.
+    void LoadBytes(const std::uint8_t* data, std::size_t size) {
+        m_buffer.assign(data, data + size);
+    }
 
     // The frame header of the data in the buffer.
     bool ReadHeader(JpegInfo& info, std::string& error);
