@@ -11,16 +11,6 @@
 
 namespace tivox {
 
-IStepProgress& CFullScreenWnd::StepProgress() {
-    if (!m_stepProgress) {
-        if (!m_qtStepProgress) {
-            m_qtStepProgress = std::make_unique<QtStepProgress>(this);
-        }
-        return *m_qtStepProgress;
-    }
-    return *m_stepProgress;
-}
-
 namespace {
 
 int CountPending(const CPhotoList& list) {

@@ -26,9 +26,11 @@ namespace tivox {
 
 CFullScreenWnd::CFullScreenWnd(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint),
-      m_qtPrompt(std::make_unique<QtPrompt>(this)), m_qtBusy(std::make_unique<QtBusyIndicator>()) {
+      m_qtPrompt(std::make_unique<QtPrompt>(this)), m_qtBusy(std::make_unique<QtBusyIndicator>()),
+      m_qtStepProgress(std::make_unique<QtStepProgress>(this)) {
     m_prompt = m_qtPrompt.get();
     m_busy = m_qtBusy.get();
+    m_stepProgress = m_qtStepProgress.get();
     setWindowTitle(QStringLiteral("Tivox Full Screen"));
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -48,6 +50,10 @@ void CFullScreenWnd::SetPrompt(IPrompt* prompt) {
 
 void CFullScreenWnd::SetBusyIndicator(IBusyIndicator* busy) {
     m_busy = busy ? busy : m_qtBusy.get();
+}
+
+void CFullScreenWnd::SetStepProgress(IStepProgress* progress) {
+    m_stepProgress = progress ? progress : m_qtStepProgress.get();
 }
 
 void CFullScreenWnd::ResetState() {

@@ -73,8 +73,8 @@ public:
     IBusyIndicator& Busy() { return *m_busy; }
     // The count with Cancel of work over many photos. Null: a progress
     // dialog over this window.
-    void SetStepProgress(IStepProgress* progress) { m_stepProgress = progress; }
-    IStepProgress& StepProgress();
+    void SetStepProgress(IStepProgress* progress);
+    IStepProgress& StepProgress() { return *m_stepProgress; }
 
     // IEditHost.
     Size GetScreenSize() const override { return m_layout.GetScreenSize(); }
@@ -187,7 +187,7 @@ private:
     std::unique_ptr<IBusyIndicator> m_qtBusy;
     IPrompt* m_prompt = nullptr;
     IBusyIndicator* m_busy = nullptr;
-    std::unique_ptr<IStepProgress> m_qtStepProgress; // made at first need
+    std::unique_ptr<IStepProgress> m_qtStepProgress;
     IStepProgress* m_stepProgress = nullptr;
 };
 
