@@ -21,30 +21,6 @@ namespace {
 // instead of finding the data already on its way.
 constexpr std::size_t kBufferSize = std::size_t(128) << 10;
 
-class Fd {
-public:
-    explicit Fd(int fd = -1) : m_fd(fd) {}
-    ~Fd() {
-        if (m_fd >= 0)
-            close(m_fd);
-    }
-    Fd(Fd&& other) noexcept : m_fd(other.m_fd) { other.m_fd = -1; }
-    Fd(const Fd&) = delete;
-    Fd& operator=(const Fd&) = delete;
-    Fd& operator=(Fd&&) = delete;
-    int get() const { return m_fd; }
-    explicit operator bool() const { return m_fd >= 0; }
-    // Closes now and tells whether the close reported an error.
-    bool Close() {
-        const int fd = m_fd;
-        m_fd = -1;
-        return fd < 0 || close(fd) == 0;
-    }
-
-private:
-    int m_fd;
-};
-
 struct HashStateFree {
     void operator()(XXH3_state_t* state) const { XXH3_freeState(state); }
 };
@@ -150,7 +126,7 @@ bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, UiText& ca
 
 bool CStagedCopies::Stage(const std::string& source, const std::string& folder,
                           const std::string& finalName, UiText& cause) {
-    Fd in(OpenSource(source));
+    OpsFd in(m_ops, OpenSource(source));
     struct stat st {};
     if (!in || fstat(in.get(), &st) != 0) {
         cause = SystemCause(kCannotRead, errno);
@@ -165,7 +141,7 @@ bool CStagedCopies::Stage(const std::string& source, const std::string& folder,
     AppendBackslash(temp);
     const std::string finalPath = temp + finalName;
     temp += ".tivox-copy-XXXXXX";
-    Fd out(mkostemp(temp.data(), O_CLOEXEC));
+    OpsFd out(m_ops, mkostemp(temp.data(), O_CLOEXEC));
     if (!out) {
         cause = SystemCause(kCannotWrite, errno);
         return false;
@@ -201,10 +177,10 @@ std::vector<UiText> CStagedCopies::CheckBatch(const std::vector<Staged>& batch) 
     // the bytes just written, which would always compare equal. The disc is
     // asked for all copies at once: it serves many reads side by side faster
     // than one after another.
-    std::vector<std::pair<Fd, int>> files; // each copy, or the errno of its open
+    std::vector<std::pair<OpsFd, int>> files; // each copy, or the errno of its open
     files.reserve(batch.size());
     for (const auto& s : batch) {
-        Fd fd(open(s.tempPath.c_str(), O_RDONLY | O_CLOEXEC));
+        OpsFd fd(SystemFileOps(), open(s.tempPath.c_str(), O_RDONLY | O_CLOEXEC));
         const int error = errno;
         if (fd) {
             posix_fadvise(fd.get(), 0, 0, POSIX_FADV_DONTNEED);
@@ -251,7 +227,7 @@ void CStagedCopies::Commit(const Linked& linked, const Failed& failed) {
     // none of them can be trusted.
     std::string folder, name;
     SplitFolderPath(staged.front().tempPath, folder, name);
-    Fd dir(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    OpsFd dir(m_ops, open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!dir || m_ops.Syncfs(dir.get()) != 0) {
         const UiText cause =
             SystemCause(TIVOX_TR("the copy cannot be flushed to the disc: %s"), errno);
@@ -301,7 +277,7 @@ void CStagedCopies::NameChecked(const Linked& linked, const Failed& failed) {
 }
 
 bool CStagedCopies::SyncNames(const std::string& folder, UiText& cause) {
-    Fd dir(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    OpsFd dir(m_ops, open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (dir && m_ops.Syncfs(dir.get()) == 0)
         return true;
     cause =

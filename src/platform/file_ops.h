@@ -39,9 +39,12 @@ public:
         if (m_fd >= 0)
             m_ops.Close(m_fd);
     }
+    OpsFd(OpsFd&& other) noexcept : m_ops(other.m_ops), m_fd(std::exchange(other.m_fd, -1)) {}
     OpsFd(const OpsFd&) = delete;
     OpsFd& operator=(const OpsFd&) = delete;
+    OpsFd& operator=(OpsFd&&) = delete;
     int get() const { return m_fd; }
+    explicit operator bool() const { return m_fd >= 0; }
     // Closes now; false (errno set) when the close reported an error, which
     // for a written file may be the first news of a failed write.
     bool Close() {
