@@ -5,6 +5,7 @@
 #include <exception>
 #include <mutex>
 
+#include "platform/orientation.h"
 #include "platform/resampler.h"
 
 // exiv2 0.27 still hands out std::auto_ptr.
@@ -152,8 +153,7 @@ void RebuildThumbnail(Exiv2::ExifData& exif, const PictureChange& change) {
         thumb.erase();
         return;
     }
-    if (!change.picture &&
-        (change.turn == JpegTransform::Rotate90 || change.turn == JpegTransform::Rotate270))
+    if (!change.picture && change.turn && SwapsSides(OrientationOf(*change.turn)))
         size = {oldSize.height, oldSize.width};
     if (oldIsJpeg) {
         thumb.setJpegThumbnail(bytes.data(), long(bytes.size()));

@@ -324,7 +324,7 @@ bool JpegEncoder::Encode(const Bitmap& image, int quality, std::vector<std::uint
 
 bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
                    std::vector<std::uint8_t>& out, bool& perfect, std::string& error,
-                   std::int64_t budget) {
+                   std::int64_t budget, bool allowTrim) {
     perfect = false;
     std::unique_ptr<void, int (*)(tjhandle)> owner(tjInitTransform(), tjDestroy);
     tjhandle handle = owner.get();
@@ -365,11 +365,17 @@ bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
     case JpegTransform::FlipVertical:
         t.op = TJXOP_VFLIP;
         break;
+    case JpegTransform::Transpose:
+        t.op = TJXOP_TRANSPOSE;
+        break;
+    case JpegTransform::Transverse:
+        t.op = TJXOP_TRANSVERSE;
+        break;
     }
     // First ask for a perfect transform; a picture with partial edge blocks
     // is then trimmed to whole blocks instead of leaving them unturned.
     bool ok = false;
-    for (int attempt = 0; attempt < 2 && !ok; ++attempt) {
+    for (int attempt = 0; attempt < (allowTrim ? 2 : 1) && !ok; ++attempt) {
         t.options = attempt == 0 ? TJXOPT_PERFECT : TJXOPT_TRIM;
         unsigned char* dst = nullptr;
         unsigned long dstSize = 0;
@@ -381,7 +387,9 @@ bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
             perfect = attempt == 0;
             ok = true;
         } else {
-            error = kJpegDamaged;
+            const char* message = tjGetErrorStr2(handle);
+            error = attempt == 0 && message && std::strstr(message, "perfect") ? kJpegNotPerfect
+                                                                               : kJpegDamaged;
         }
         tjFree(dst);
     }

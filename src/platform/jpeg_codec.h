@@ -31,6 +31,7 @@ struct JpegInfo {
 inline constexpr char kJpegTooLarge[] = "picture too large for the memory budget";
 inline constexpr char kJpegDamaged[] = "damaged or incomplete JPEG data";
 inline constexpr char kJpegUnreadable[] = "not a readable JPEG picture";
+inline constexpr char kJpegNotPerfect[] = "the turn would trim the picture's edge";
 
 // "Could not read PATH: CAUSE" for a `cause` given by the codec (or by a
 // file read), as one translatable sentence per cause the codec knows.
@@ -111,18 +112,28 @@ private:
     void* m_handle = nullptr;
 };
 
-// The lossless operations on JPEG data; rotations are clockwise.
-enum class JpegTransform { Rotate90, Rotate180, Rotate270, FlipHorizontal, FlipVertical };
+// The lossless operations on JPEG data; rotations are clockwise. Transpose
+// mirrors along the diagonal from the top left, Transverse along the other.
+enum class JpegTransform {
+    Rotate90,
+    Rotate180,
+    Rotate270,
+    FlipHorizontal,
+    FlipVertical,
+    Transpose,
+    Transverse
+};
 
 // Turns or mirrors JPEG data without decoding its pixels, copying every
 // marker section (EXIF among them). Where the picture is no whole number of
-// MCUs the partial edge blocks are trimmed and `perfect` comes back false.
+// MCUs the partial edge blocks are trimmed and `perfect` comes back false;
+// without `allowTrim` such a picture is refused instead.
 // Damaged data is refused rather than turned with grey in it, and so is a
 // picture whose coefficient buffers (the source and the turned copy) would
 // take more than `budget`.
 bool TransformJpeg(const std::uint8_t* data, std::size_t size, JpegTransform op,
                    std::vector<std::uint8_t>& out, bool& perfect, std::string& error,
-                   std::int64_t budget = kDefaultBitmapBudget);
+                   std::int64_t budget = kDefaultBitmapBudget, bool allowTrim = true);
 
 // Puts the APP1 sections (EXIF, XMP) of the JPEG data `from` into the freshly
 // encoded `into`, behind its SOI and JFIF header. Data that is no JPEG
