@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "imageops/photo_pool.h"
 #include "imageops/pixel_path.h"
 
 namespace tivox {
@@ -17,9 +18,10 @@ inline constexpr std::size_t kSplitPixels = std::size_t(1) << 19;
 
 // True when a pass over this many pixels runs in two halves. The plain path
 // never does: it stays the one-thread definition the fast path is held to.
+// Nor does a worker of a photo pool, whose siblings keep the other cores busy.
 inline bool SplitInTwo(std::size_t pixels, PixelPath path) {
     return path == PixelPath::Best && pixels >= kSplitPixels &&
-           std::thread::hardware_concurrency() > 1;
+           std::thread::hardware_concurrency() > 1 && !SharesCoresWithPool();
 }
 
 // Runs first on a helper thread and second here; back when both are done.

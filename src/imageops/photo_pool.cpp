@@ -1,0 +1,71 @@
+#include "imageops/photo_pool.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tivox {
+
+namespace {
+
+// Set by each worker of a pool of two or more for its own lifetime; no
+// other code writes it.
+thread_local bool t_sharesCores = false;
+
+} // namespace
+
+bool SharesCoresWithPool() {
+    return t_sharesCores;
+}
+
+int PhotoPool::DefaultThreads() {
+    return std::max(1, int(std::thread::hardware_concurrency()));
+}
+
+PhotoPool::PhotoPool(int count, Work work, int threads)
+    : m_work(std::move(work)), m_count(std::max(0, count)),
+      m_size(std::clamp(threads, 1, std::max(1, m_count))) {
+    m_threads.reserve(std::size_t(m_size));
+    for (int i = 0; i < m_size; ++i)
+        m_threads.emplace_back([this, i] { Run(i); });
+}
+
+PhotoPool::~PhotoPool() {
+    Cancel();
+    for (std::jthread& thread : m_threads)
+        thread.join();
+}
+
+void PhotoPool::Run(int worker) {
+    t_sharesCores = m_size > 1;
+    std::unique_lock lock(m_lock);
+    while (!m_cancelled && m_next < m_count) {
+        const int item = m_next++;
+        ++m_running;
+        lock.unlock();
+        m_work(item, worker);
+        lock.lock();
+        --m_running;
+        m_done.push_back(item);
+        m_finished.notify_all();
+    }
+}
+
+int PhotoPool::WaitNext() {
+    std::unique_lock lock(m_lock);
+    m_finished.wait(lock, [this] {
+        return !m_done.empty() || (m_running == 0 && (m_cancelled || m_next >= m_count));
+    });
+    if (m_done.empty())
+        return -1;
+    const int item = m_done.front();
+    m_done.pop_front();
+    return item;
+}
+
+void PhotoPool::Cancel() {
+    std::lock_guard lock(m_lock);
+    m_cancelled = true;
+    m_finished.notify_all();
+}
+
+} // namespace tivox
