@@ -44,6 +44,14 @@
         <translation>Sicherung des Fotoordners anlegen</translation>
     </message>
     <message>
+        <source>Turn photos upright</source>
+        <translation>Fotos aufrecht drehen</translation>
+    </message>
+    <message>
+        <source>As they are copied, photos are turned upright without loss, as their EXIF orientation says. A photo that cannot be turned without losing an edge is copied as it is. The camera card is never changed.</source>
+        <translation>Beim Kopieren werden die Fotos verlustfrei aufrecht gedreht, wie es ihre EXIF-Ausrichtung angibt. Ein Foto, das sich nicht ohne Verlust eines Randes drehen lässt, wird unverändert kopiert. Die Speicherkarte wird nie verändert.</translation>
+    </message>
+    <message>
         <source>&amp;Restore from Backup Folder</source>
         <translation>Aus Sicherungsordner &amp;wiederherstellen</translation>
     </message>
@@ -161,76 +169,8 @@ auf PCs und hilft bei der Fotopflege.</translation>
 </translation>
     </message>
     <message>
-        <source>The operating system is out
-of memory or resources.</source>
-        <translation>Dem Betriebssystem fehlt es
-an Speicher oder Ressourcen.</translation>
-    </message>
-    <message>
-        <source>The specified file was not found.</source>
-        <translation>Die angegebene Datei wurde nicht gefunden.</translation>
-    </message>
-    <message>
-        <source>The specified path was not found.</source>
-        <translation>Der angegebene Pfad wurde nicht gefunden.</translation>
-    </message>
-    <message>
-        <source>The operating system denied
-access to the specified file.</source>
-        <translation>Das Betriebssystem hat den Zugriff
-auf die angegebene Datei verweigert.</translation>
-    </message>
-    <message>
-        <source>There was not enough memory to complete the operation.</source>
-        <translation>Für diesen Vorgang war nicht genug Speicher vorhanden.</translation>
-    </message>
-    <message>
-        <source>The .EXE file is invalid
-(non-Win32 .EXE or error in .EXE image).</source>
-        <translation>Die .EXE-Datei ist ungültig
-(keine Win32-.EXE oder Fehler im .EXE-Abbild).</translation>
-    </message>
-    <message>
-        <source>A sharing violation occurred.</source>
-        <translation>Eine Freigabeverletzung ist aufgetreten.</translation>
-    </message>
-    <message>
-        <source>The filename association is
-incomplete or invalid.</source>
-        <translation>Die Dateizuordnung ist
-unvollständig oder ungültig.</translation>
-    </message>
-    <message>
-        <source>The DDE transaction could not
-be completed because the request timed out.</source>
-        <translation>Die DDE-Transaktion konnte nicht
-abgeschlossen werden, weil die Anfrage zu lange dauerte.</translation>
-    </message>
-    <message>
-        <source>The DDE transaction failed.</source>
-        <translation>Die DDE-Transaktion ist fehlgeschlagen.</translation>
-    </message>
-    <message>
-        <source>The DDE transaction could not
-be completed because other DDE transactions
-were being processed.</source>
-        <translation>Die DDE-Transaktion konnte nicht
-abgeschlossen werden, weil andere DDE-Transaktionen
-bearbeitet wurden.</translation>
-    </message>
-    <message>
-        <source>There is no application associated
-with the given filename extension.</source>
-        <translation>Mit der angegebenen Dateiendung ist
-keine Anwendung verknüpft.</translation>
-    </message>
-    <message>
-        <source>The specified dynamic-link library was not found.</source>
-        <translation>Die angegebene Programmbibliothek wurde nicht gefunden.</translation>
-    </message>
-    <message>
-        <source>Unknown Error (%1) occurred.</source>
-        <translation>Unbekannter Fehler (%1) aufgetreten.</translation>
+        <source>No program on this computer opens %1.</source>
+        <translation>Kein Programm auf diesem Rechner öffnet %1.</translation>
     </message>
 </context>
 <context>

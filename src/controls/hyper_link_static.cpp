@@ -9,64 +9,10 @@
 #include "platform/user_seams.h"
 
 namespace tivox {
-namespace {
-
-const char* ErrorFormat(int code) {
-    switch (code) {
-    case 0:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The operating system is out\nof memory or resources.");
-    case 2:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic", "The specified file was not found.");
-    case 3:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic", "The specified path was not found.");
-    case 5:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The operating system denied\naccess to the specified file.");
-    case 8:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "There was not enough memory to complete the operation.");
-    case 11:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The .EXE file is invalid\n(non-Win32 .EXE or error in .EXE "
-                                 "image).");
-    case 26:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic", "A sharing violation occurred.");
-    case 27:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The filename association is\nincomplete or invalid.");
-    case 28:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The DDE transaction could not\nbe completed because the "
-                                 "request timed out.");
-    case 29:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic", "The DDE transaction failed.");
-    case 30:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The DDE transaction could not\nbe completed because other DDE "
-                                 "transactions\nwere being processed.");
-    case 31:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "There is no application associated\nwith the given filename "
-                                 "extension.");
-    case 32:
-        return QT_TRANSLATE_NOOP("CHyperLinkStatic",
-                                 "The specified dynamic-link library was not found.");
-    default:
-        return nullptr;
-    }
-}
-
-} // namespace
-
-QString HyperlinkErrorText(int code) {
-    const char* format = ErrorFormat(code);
-    const QString reason =
-        format ? QCoreApplication::translate("CHyperLinkStatic", format)
-               : QCoreApplication::translate("CHyperLinkStatic", "Unknown Error (%1) occurred.")
-                     .arg(code);
+QString HyperlinkErrorText(const QString& url) {
     return QCoreApplication::translate("CHyperLinkStatic", "Unable to open hyperlink:\n\n") +
-           reason;
+           QCoreApplication::translate("CHyperLinkStatic", "No program on this computer opens %1.")
+               .arg(url);
 }
 
 CHyperLinkStatic::CHyperLinkStatic(const QString& text, QWidget* parent) : QLabel(text, parent) {
@@ -122,9 +68,8 @@ void CHyperLinkStatic::leaveEvent(QEvent* event) {
     ApplyLook();
 }
 
-int CHyperLinkStatic::OpenLink(const QString& url) {
-    // 31: no application to open it with.
-    return QDesktopServices::openUrl(QUrl::fromUserInput(url)) ? 33 : 31;
+bool CHyperLinkStatic::OpenLink(const QString& url) {
+    return QDesktopServices::openUrl(QUrl::fromUserInput(url));
 }
 
 void CHyperLinkStatic::mouseReleaseEvent(QMouseEvent* event) {
@@ -132,14 +77,13 @@ void CHyperLinkStatic::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint()))
         return;
     m_overControl = false;
-    const int result = m_opener ? m_opener(URL()) : OpenLink(URL());
-    if (result > 32) {
+    if (m_opener ? m_opener(URL()) : OpenLink(URL())) {
         SetVisited(true);
         return;
     }
     ApplyLook();
     QApplication::beep();
-    const QString message = HyperlinkErrorText(result);
+    const QString message = HyperlinkErrorText(URL());
     if (m_prompt)
         m_prompt->Ask({message.toStdString(), {}}, PromptIcon::Warning, PromptButtons::Ok,
                       PromptAnswer::Ok);

@@ -13,9 +13,8 @@ class IPrompt;
 class CHyperLinkStatic : public QLabel {
     Q_OBJECT
 public:
-    // Opens a link; gives a value above 32 on success, else an error code of
-    // the table of HyperlinkErrorText.
-    using Opener = std::function<int(const QString& url)>;
+    // Opens a link; false when nothing on the desktop could open it.
+    using Opener = std::function<bool(const QString& url)>;
 
     explicit CHyperLinkStatic(const QString& text = {}, QWidget* parent = nullptr);
 
@@ -25,7 +24,7 @@ public:
     // 1 always, 0 never, -1 only under the mouse.
     void SetUnderline(int mode);
     // Opens `url` with the desktop's browser.
-    static int OpenLink(const QString& url);
+    static bool OpenLink(const QString& url);
 
     // Seams for tests: how links open and where the failure message goes.
     void SetOpener(Opener opener) { m_opener = std::move(opener); }
@@ -55,7 +54,7 @@ private:
     IPrompt* m_prompt = nullptr;
 };
 
-// "Unable to open hyperlink:" and the text of an opener's error code.
-QString HyperlinkErrorText(int code);
+// "Unable to open hyperlink:" and why, naming the link.
+QString HyperlinkErrorText(const QString& url);
 
 } // namespace tivox
