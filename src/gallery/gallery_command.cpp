@@ -12,34 +12,18 @@ namespace tivox {
 
 namespace {
 
-// The two walks of a gallery, thumbnails and then pictures, as one run of the
-// progress: a walk over N photos is N of its 2N steps.
-class TwoWalkProgress final : public IStepProgress {
+// The walk over the photos under the gallery's own title.
+class PictureProgress final : public IStepProgress {
 public:
-    explicit TwoWalkProgress(IStepProgress& run) : m_run(run) {}
-    ~TwoWalkProgress() override { Finish(); }
+    explicit PictureProgress(IStepProgress& run) : m_run(run) {}
     void Begin(int total, const UiText&) override {
-        if (m_begun) {
-            m_offset += m_perWalk;
-        } else {
-            m_run.Begin(2 * total, {TIVOX_TR("Writing the gallery pictures"), {}});
-            m_begun = true;
-        }
-        m_perWalk = total;
+        m_run.Begin(total, {TIVOX_TR("Writing the gallery pictures"), {}});
     }
-    bool Step(int done) override { return m_run.Step(m_offset + done); }
-    void End() override {} // the run goes on into the next walk
-    void Finish() {
-        if (m_begun)
-            m_run.End();
-        m_begun = false;
-    }
+    bool Step(int done) override { return m_run.Step(done); }
+    void End() override { m_run.End(); }
 
 private:
     IStepProgress& m_run;
-    bool m_begun = false;
-    int m_offset = 0;
-    int m_perWalk = 0;
 };
 
 } // namespace
@@ -129,18 +113,15 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         return report;
     }
 
-    // Thumbnails first, then the large pictures. A photo that cannot be read
-    // fails both walks; it is told once, with the others, at the end.
-    TwoWalkProgress steps(m_progress);
-    PassResult walk = apply(
-        COperation::Resize(int(m_form.m_thumbWidth), int(m_form.m_thumbHeight), thumbs), steps);
+    // Each photo is decoded once for both its picture and its thumbnail. A
+    // photo that cannot be read is told with the others at the end.
+    COperation copies =
+        COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics);
+    copies.x = int(m_form.m_thumbWidth);
+    copies.y = int(m_form.m_thumbHeight);
+    PictureProgress steps(m_progress);
+    const PassResult walk = apply(copies, steps);
     report.failures = walk.failures;
-    if (!walk.cancelled) {
-        walk = apply(COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics),
-                     steps);
-        report.failures.insert(report.failures.end(), walk.failures.begin(), walk.failures.end());
-    }
-    steps.Finish();
     if (walk.cancelled) {
         report.outcome = GalleryOutcome::Cancelled; // and no pages
     } else {

@@ -1,7 +1,7 @@
 #pragma once
-// "Create Gallery": empties or creates the gallery folder, has the chosen
-// photos copied into "pics" (photo size) and "pics/thumbs" (thumbnail size),
-// thumbnails first, and writes the pages. Which photos are chosen is the
+// "Create Gallery": empties or creates the gallery folder, has each chosen
+// photo copied into "pics" (photo size) and "pics/thumbs" (thumbnail size)
+// from one decode, and writes the pages. Which photos are chosen is the
 // business of the selection pass the caller hands in, as for every other
 // operation ("Current", "All" or marker colours).
 //
@@ -46,7 +46,8 @@ struct GalleryReport {
 class CGalleryCommand {
 public:
     // Runs one operation over the chosen photos (the selection pass), one
-    // step of the progress per photo.
+    // step of the progress per photo. The gallery asks for one walk: a scaled
+    // copy into "pics" with its thumbnail (the operation's x and y).
     using ApplyOperation = std::function<PassResult(const COperation&, IStepProgress&)>;
 
     CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, IStepProgress& progress,

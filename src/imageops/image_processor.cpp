@@ -1,5 +1,6 @@
 #include "imageops/image_processor.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -177,30 +178,64 @@ int CImageProcessor::Resize(const COperation& operation, CPhoto& photo) {
     return 0;
 }
 
+bool CScaledCopier::Write(const std::string& photoPath,
+                          const std::vector<ScaledCopyTarget>& targets, int quality,
+                          UiText& error) {
+    if (targets.empty())
+        return true;
+    // The file as it is on disc, without any of the recorded edits, fitted
+    // into each box (FitInto): a 4:3 photo fills a 4:3 size, an upright one
+    // keeps its shape instead of being squeezed. One decode covers the box
+    // that holds them all; the copies come from its fitted picture.
+    Size cover;
+    for (const ScaledCopyTarget& t : targets)
+        cover = {std::max(cover.width, t.box.width), std::max(cover.height, t.box.height)};
+    std::string cause;
+    Size source;
+    if (!m_loader.LoadInto(photoPath, cover, m_large, source, cause) || m_large.IsEmpty()) {
+        error = ReadErrorText(photoPath, cause);
+        return false;
+    }
+    // The sizes are fitted from the photo's own (upright) size, as a decode
+    // per box would fit them: fitting the large copy again could round one
+    // pixel off.
+    const Size large{m_large.Width(), m_large.Height()};
+    for (const ScaledCopyTarget& t : targets) {
+        const Size fitted = FitInto(source, t.box);
+        const Bitmap* copy = &m_large;
+        if (fitted != large) {
+            if (!m_resampler.Scale(m_large, fitted.width, fitted.height, m_small)) {
+                error = ReadErrorText(photoPath, "out of memory for the scaled picture");
+                return false;
+            }
+            copy = &m_small;
+        }
+        if (!EncodeJpegFile(*copy, quality, t.path, cause)) {
+            error = {TIVOX_TR("Could not write %s: %s"), {t.path, cause}};
+            return false;
+        }
+    }
+    return true;
+}
+
 int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
     const auto slash = photo.path.rfind('/');
     if (slash == std::string::npos || slash + 1 >= photo.path.size())
         return Fail({TIVOX_TR("ResizePhoto: filename error"), {}});
-    std::string target = operation.text;
-    if (target.back() != '/')
-        target += '/';
-    target += photo.path.substr(slash + 1);
+    std::string folder = operation.text;
+    if (folder.back() != '/')
+        folder += '/';
+    const std::string name = photo.path.substr(slash + 1);
+    // The thumbnail last: a gallery's pages list the thumbnails, so a photo
+    // whose large picture failed stays out of them.
+    std::vector<ScaledCopyTarget> targets{{{operation.width, operation.height}, folder + name}};
+    if (operation.x > 0 && operation.y > 0)
+        targets.push_back({{operation.x, operation.y}, folder + "thumbs/" + name});
 
-    // The file as it is on disc, without any of the recorded edits, fitted
-    // into the size asked for (FitInto): a 4:3 photo fills a 4:3 size, an
-    // upright one keeps its shape instead of being squeezed. Decoded at the
-    // smallest DCT scale that still covers the fitted size.
-    std::string error;
-    Bitmap scaled;
-    Size source;
-    CScaledLoader loader;
-    if (!loader.LoadInto(photo.path, Size{operation.width, operation.height}, scaled, source,
-                         error) ||
-        scaled.IsEmpty())
-        return Fail(ReadErrorText(photo.path, error));
-    const int quality = m_window ? m_window->GetJpegQuality() : 80;
-    if (!EncodeJpegFile(scaled, quality, target, error))
-        return Fail({TIVOX_TR("Could not write %s: %s"), {target, error}});
+    UiText error;
+    CScaledCopier copier;
+    if (!copier.Write(photo.path, targets, m_window ? m_window->GetJpegQuality() : 80, error))
+        return Fail(std::move(error));
     return 0;
 }
 

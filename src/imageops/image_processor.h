@@ -5,15 +5,44 @@
 // on its working image. User-interface thread only.
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "imageops/color_matrix.h"
 #include "imageops/operation.h"
+#include "photos/scaled_loader.h"
 #include "platform/ui_text.h"
 
 namespace tivox {
 
 class CPhoto;
 class IEditHost;
+
+// One scaled copy of a photo: the box it is fitted into (FitInto) and the
+// file it goes to.
+struct ScaledCopyTarget {
+    Size box;
+    std::string path;
+};
+
+// Writes scaled copies of photo files, all copies of one photo from one
+// decode. Keeps its decoder and buffers from one photo to the next: one
+// object per thread.
+class CScaledCopier {
+public:
+    // Decodes the photo once, at the smallest DCT scale that covers the
+    // largest of the fitted boxes, and writes each target as a JPEG of
+    // `quality`; the smaller copies are resampled from the largest. False at
+    // the first failure, with `error` naming the file and the cause.
+    bool Write(const std::string& photoPath, const std::vector<ScaledCopyTarget>& targets,
+               int quality, UiText& error);
+
+private:
+    CScaledLoader m_loader;
+    Resampler m_resampler;
+    Bitmap m_large;
+    Bitmap m_small;
+};
 
 class CImageProcessor {
 public:
@@ -62,7 +91,10 @@ public:
     std::int32_t m_lastOperation = 0;
 
 private:
-    // Writes a scaled copy of the photo's file into a gallery folder.
+    // Writes a scaled copy of the photo's file into a gallery folder (the
+    // operation's text), fitted into width x height. With x and y above 0 a
+    // second copy, fitted into x x y, goes into the folder's "thumbs"
+    // subfolder from the same decode.
     int ScaledCopy(const COperation& operation, CPhoto& photo);
     int Crop(const COperation& operation, CPhoto& photo);
     int Resize(const COperation& operation, CPhoto& photo);

@@ -53,14 +53,16 @@ TEST_F(BatchGallery, DefaultsGiveFourByThreePicturesAndUprightPhotosKeepTheirSha
 
 TEST_F(BatchGallery, FormValuesReachThePicturesAndPagesAndTheLaterSameNameWins) {
     for (int i = 1; i <= 5; ++i)
-        WritePhoto(photos + "/" + std::to_string(i) + ".jpg", 400, 300);
+        WritePhoto(photos + "/" + std::to_string(i) + ".jpg", 200, 152);
     WritePhoto(photos + "/sub/1.jpg", 300, 400);
     const auto run =
-        RunBatch({"gallery", "--photos", photos, "--out", out, "--photo", "100x100", "--thumb",
-                  "20x20", "--photo-tiles", "3x1", "--thumb-tiles", "2x2", "--quality", "50"});
+        RunBatch({"gallery", "--photos", photos, "--out", out, "--photo", "700x500", "--thumb",
+                  "300x200", "--photo-tiles", "3x1", "--thumb-tiles", "2x2", "--quality", "50"});
     ASSERT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(PictureSize(out + "/pics/1.jpg"), (Size{75, 100}));
-    EXPECT_EQ(PictureSize(out + "/pics/thumbs/2.jpg"), (Size{20, 15}));
+    EXPECT_EQ(PictureSize(out + "/pics/1.jpg"), (Size{375, 500}));
+    // Fitted from the photo, as its own decode would be: fitting the 657 x
+    // 500 picture again gives 262 x 200.
+    EXPECT_EQ(PictureSize(out + "/pics/thumbs/2.jpg"), (Size{263, 200}));
     EXPECT_EQ(HtmlPages(out),
               (Pages{"photo1.html", "photo2.html", "thumbs1.html", "thumbs2.html"}));
     EXPECT_EQ(test::CountOf(test::ReadText(out + "/photo1.html"), "<img "), 3);
