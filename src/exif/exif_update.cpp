@@ -131,6 +131,10 @@ bool MakeThumbnail(const Exiv2::DataBuf& old, bool oldIsJpeg, const PictureChang
 }
 
 void RebuildThumbnail(Exiv2::ExifData& exif, const PictureChange& change) {
+    // Neither a new picture nor a turn: the pixels did not move (only the
+    // Orientation changes), and the old thumbnail still shows them.
+    if (!change.picture && !change.turn)
+        return;
     Exiv2::ExifThumb thumb(exif);
     // Some cameras call a JPEG thumbnail uncompressed; the bytes tell.
     Exiv2::DataBuf old;

@@ -23,7 +23,8 @@ struct PictureChange {
     // commit): the embedded thumbnail is made from it.
     const Bitmap* picture = nullptr;
     // Without a picture: the lossless operation done to the stored pixels,
-    // which the old embedded thumbnail undergoes too.
+    // which the old embedded thumbnail undergoes too; with neither, the
+    // pixels did not move and the thumbnail stays.
     std::optional<JpegTransform> turn;
     // The Orientation tag after the write, 1 to 8; 0 keeps it as it is.
     int orientation = 0;
