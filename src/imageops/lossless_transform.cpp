@@ -1,12 +1,15 @@
 #include "imageops/lossless_transform.h"
 
+#include <optional>
 #include <vector>
 
 #include "exif/exif_update.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"
+#include "photos/scaled_loader.h"
 #include "platform/atomic_file.h"
 #include "platform/jpeg_codec.h"
+#include "platform/orientation.h"
 #include "platform/ui_text.h"
 #include "platform/user_seams.h"
 
@@ -40,15 +43,26 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
     std::vector<std::uint8_t> in, out;
     std::string error;
     bool perfect = false;
-    if (!ReadWholeFile(source, in, error) ||
-        !TransformJpeg(in.data(), in.size(), op, out, perfect, error)) {
+    if (!ReadWholeFile(source, in, error)) {
         if (cause)
             *cause = ReadErrorText(source, error);
         return false;
     }
+    // The user turns the picture as shown, upright by its Orientation: the
+    // stored pixels go from where they are to the new position in one
+    // lossless step. A turn that undoes the tag moves no pixel at all.
+    const std::optional<JpegTransform> move = UprightTransform(
+        ComposeOrientations(JpegOrientation(in.data(), in.size()), OrientationOf(op)));
+    if (move && !TransformJpeg(in.data(), in.size(), *move, out, perfect, error)) {
+        if (cause)
+            *cause = ReadErrorText(source, error);
+        return false;
+    }
+    if (!move)
+        out.swap(in);
     // The pixels now stand as the user turned them, as they are shown here:
     // Orientation 1, so that every other viewer shows them the same way.
-    UpdateExifToPicture(out, {nullptr, op, 1}, error);
+    UpdateExifToPicture(out, {nullptr, move, 1}, error);
     UiText failure;
     if (WriteFileDurably(target, out.data(), out.size(), failure))
         return true;

@@ -6,9 +6,11 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "exif/exif_reader.h"
 #include "platform/jpeg_codec.h"
+#include "platform/orientation.h"
 
 namespace tivox {
 
@@ -53,7 +55,17 @@ bool ReadEmbeddedPreview(const std::string& path, Bitmap& out) {
     reader.ReadSections(file.get());
     if (!record.ThumbnailData || record.ThumbnailSize <= 0)
         return false;
-    return DecodeSmallJpeg(record.ThumbnailData, record.ThumbnailSize, out);
+    // The camera stores the small picture as it stores the photo; the tag
+    // stands both upright.
+    const int orientation = ValidOrientation(record.Orientation);
+    if (orientation == 1)
+        return DecodeSmallJpeg(record.ThumbnailData, record.ThumbnailSize, out);
+    Bitmap stored, upright;
+    if (!DecodeSmallJpeg(record.ThumbnailData, record.ThumbnailSize, stored) ||
+        !OrientBitmap(stored, orientation, upright))
+        return false;
+    out = std::move(upright);
+    return true;
 }
 
 } // namespace tivox

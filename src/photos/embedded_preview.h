@@ -9,7 +9,8 @@
 
 namespace tivox {
 
-// Decodes the embedded JPEG picture of `path` into `out`. False, with `out`
+// Decodes the embedded JPEG picture of `path` into `out`, upright by the
+// photo's Orientation. False, with `out`
 // untouched, for a file without one or with one that does not decode.
 bool ReadEmbeddedPreview(const std::string& path, Bitmap& out);
 

@@ -180,10 +180,11 @@ int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
         std::vector<std::uint8_t> original;
         if (encoded && ReadWholeFile(path, original, detail)) {
             CopyMetadataSections(original, bytes);
-            // Sizes and thumbnail follow the edits; the pixels keep their
-            // stored position, so Orientation stays. Should the metadata
-            // refuse the update, the user's picture is still written.
-            UpdateExifToPicture(bytes, {fullImage.get(), {}, 0}, detail);
+            // Sizes and thumbnail follow the edits. The full image was
+            // decoded upright, so the pixels now stand as shown: Orientation
+            // 1. Should the metadata refuse the update, the user's picture
+            // is still written.
+            UpdateExifToPicture(bytes, {fullImage.get(), {}, 1}, detail);
         }
     }
     DropFullImage(recycler);

@@ -4,9 +4,16 @@
 // buffer and its resampler between calls, so a loop over a folder allocates
 // only the results. One object per thread.
 //
+// Every picture comes back upright: a JPEG whose EXIF Orientation says the
+// camera stored it turned or mirrored is stood up after the scaled decode, so
+// thumbnails, the screen image, a commit's full picture and the gallery show
+// it as every other viewer does, and all sizes here are the upright ones.
+//
 // Besides JPEG it reads binary PPM and PAM files (recognised by their first
 // bytes), which the batch front end uses for exact pixel checks.
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -17,29 +24,36 @@
 
 namespace tivox {
 
+// The EXIF Orientation (1 to 8) of JPEG data, from the first EXIF section of
+// its head; 1 when there is none or its value is no orientation.
+int JpegOrientation(const std::uint8_t* data, std::size_t size);
+
 class CScaledLoader {
 public:
-    // Decodes `path` fitted into `target` (FitInto) into `out`, reusing its
-    // buffer. `source` gets the file's picture size. A file that cannot be
+    // Decodes `path` upright and fitted into `target` (FitInto) into `out`,
+    // reusing its buffer. `source` gets the file's upright picture size. A file that cannot be
     // read leaves `out` empty and `source` 0 x 0, and the result is false
     // with `error` set.
     bool LoadInto(const std::string& path, Size target, Bitmap& out, Size& source,
                   std::string& error);
 
-    // The whole picture at full resolution, decoded straight into `out`,
-    // whose buffer is reused when it is large enough. With `refuseDamaged`
+    // The whole picture upright at full resolution, decoded straight into
+    // `out` (for a picture stored upright), whose buffer is reused when it is
+    // large enough. With `refuseDamaged`
     // truncated or corrupt data fails instead of coming back partly grey.
     bool LoadFull(const std::string& path, Bitmap& out, std::string& error,
                   bool refuseDamaged = false);
 
 private:
-    // Fills `decoded` at the smallest scale that covers `target` fitted; an
-    // empty target means full size.
+    // Fills `decoded`, still as stored, at the smallest scale that covers
+    // `target` fitted to the upright picture; an empty target means full
+    // size. `source` is the upright size, `orientation` the file's.
     bool DecodeCovering(const std::string& path, Size target, Bitmap& decoded, Size& source,
-                        std::string& error);
+                        int& orientation, std::string& error);
 
     JpegDecoder m_decoder;
     Bitmap m_decoded;
+    Bitmap m_stored; // the scaled picture before it is stood upright
     Resampler m_resampler;
 };
 

@@ -4,8 +4,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
 
+#include "photos/embedded_preview.h"
 #include "photos/photo.h"
+#include "photos/scaled_loader.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
 #include "support/photo_pixels.h"
@@ -140,6 +143,52 @@ TEST(ThumbnailQuality, ScaledDecodeLooksLikeTheFullPictureResampled) {
         const Bitmap* thumb = photo.MakeThumbnail(c.box);
         ASSERT_TRUE(Resampler().Scale(full, thumb->Width(), thumb->Height(), reference));
         EXPECT_GE(test::Psnr(*thumb, reference), 35.0) << c.w << "x" << c.h;
+    }
+}
+
+// A camera that knew it was held upright stores the pixels turned and says
+// so in the Orientation tag; every picture made of the photo stands upright.
+TEST(Upright, PhotosOfAllEightOrientationsLoadUpright) {
+    test::TempDir dir;
+    Bitmap upright, small;
+    ASSERT_TRUE(test::PhotoBitmap(96, 64, 3, upright));
+    ASSERT_TRUE(Resampler().Scale(upright, 48, 32, small));
+    for (int o = 1; o <= 8; ++o) {
+        SCOPED_TRACE(o);
+        const std::string path = dir.File(std::to_string(o) + ".jpg");
+        ASSERT_TRUE(test::WriteFile(path, test::CameraJpeg(upright, o)));
+        CPhoto photo;
+        photo.SetPath(path);
+        const Bitmap* thumb = photo.MakeThumbnail({48, 48});
+        EXPECT_EQ(photo.sourceSize, (Size{96, 64}));
+        ASSERT_EQ(thumb->Width(), 48);
+        EXPECT_GE(test::Psnr(*thumb, small), 27.0);
+        const auto full = photo.OpenFullImage();
+        ASSERT_EQ(full->Width(), 96);
+        EXPECT_GE(test::Psnr(*full, upright), 27.0);
+        Bitmap preview;
+        ASSERT_TRUE(ReadEmbeddedPreview(path, preview));
+        ASSERT_EQ(preview.Width(), 96);
+        EXPECT_GE(test::Psnr(preview, upright), 27.0);
+    }
+}
+
+// The corpus holds one landscape and one portrait picture stored in each of
+// the eight ways: all show the same as the one stored upright.
+TEST(Upright, CorpusPhotosOfAllEightOrientationsLookAlike) {
+    const std::string folder = std::string(TIVOX_CORPUS_DIR) + "/orientation/";
+    if (!std::filesystem::exists(folder + "portrait_1.jpg"))
+        GTEST_SKIP() << "no corpus";
+    CScaledLoader loader;
+    std::string error;
+    for (const std::string kind : {"landscape_", "portrait_"}) {
+        Bitmap reference, shown;
+        ASSERT_TRUE(loader.LoadFull(folder + kind + "1.jpg", reference, error)) << error;
+        for (int o = 2; o <= 8; ++o) {
+            ASSERT_TRUE(loader.LoadFull(folder + kind + std::to_string(o) + ".jpg", shown, error));
+            ASSERT_EQ(shown.Width(), reference.Width()) << kind << o;
+            EXPECT_GE(test::Psnr(shown, reference), 18.0) << kind << o; // wrong ways: 11
+        }
     }
 }
 

@@ -12,6 +12,8 @@
 #include <iterator>
 #include <memory>
 
+#include "platform/jpeg_codec.h"
+
 namespace tivox::test {
 
 namespace {
@@ -124,6 +126,64 @@ Bytes MakeJpeg(const TestJpegOptions& o) {
         encoded.size() > 6)
         rest = 4 + std::size_t(encoded[4] << 8 | encoded[5]);
     out.insert(out.end(), encoded.begin() + long(rest), encoded.end());
+    return out;
+}
+
+namespace {
+
+// Where the stored pixel (x, y) shows: the first stored row stands on the
+// top (1, 2), bottom (3, 4), left (5, 8) or right (6, 7); the first stored
+// column on the left (1, 4), right (2, 3), top (5, 6) or bottom (7, 8).
+void ShownAt(int o, int x, int y, int storedW, int storedH, int& sx, int& sy) {
+    if (o <= 4) {
+        sx = (o == 2 || o == 3) ? storedW - 1 - x : x;
+        sy = (o == 3 || o == 4) ? storedH - 1 - y : y;
+    } else {
+        sx = (o == 6 || o == 7) ? storedH - 1 - y : y;
+        sy = (o == 7 || o == 8) ? storedW - 1 - x : x;
+    }
+}
+
+Bitmap Remap(const Bitmap& from, int o, bool toShown) {
+    const bool swaps = o >= 5;
+    const int w = swaps ? from.Height() : from.Width(), h = swaps ? from.Width() : from.Height();
+    Bitmap to;
+    to.Reset(w, h);
+    const Bitmap& stored = toShown ? from : to;
+    for (int y = 0; y < stored.Height(); ++y)
+        for (int x = 0; x < stored.Width(); ++x) {
+            int sx = 0, sy = 0;
+            ShownAt(o, x, y, stored.Width(), stored.Height(), sx, sy);
+            if (toShown)
+                to.SetPixel(sx, sy, from.PixelAt(x, y));
+            else
+                to.SetPixel(x, y, from.PixelAt(sx, sy));
+        }
+    return to;
+}
+
+} // namespace
+
+Bitmap Shown(const Bitmap& stored, int orientation) {
+    return Remap(stored, orientation, true);
+}
+
+Bitmap Stored(const Bitmap& upright, int orientation) {
+    return Remap(upright, orientation, false);
+}
+
+Bytes CameraJpeg(const Bitmap& upright, int orientation) {
+    Bytes pixels;
+    std::string error;
+    if (!JpegEncoder().Encode(Stored(upright, orientation), 95, pixels, error) || pixels.size() < 6)
+        return {};
+    CameraExif exif;
+    exif.orientation = orientation;
+    exif.thumbnail = pixels;
+    Bytes out = {0xFF, 0xD8};
+    Append(out, SegmentBytes(Segment{0xE1, CameraExifPayload(exif), {}, 0}));
+    // Behind the encoder's JFIF section.
+    out.insert(out.end(), pixels.begin() + 4 + (pixels[4] << 8 | pixels[5]), pixels.end());
     return out;
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/bitmap.h"
 #include "support/tiff_builder.h"
 
 namespace tivox::test {
@@ -68,6 +69,17 @@ TestJpegOptions Picture(int width, int height, Pattern pattern = Pattern::Gradie
 // A complete JPEG: SOI, the EXIF section, comments and extra sections, then
 // the encoder's tables, frame header, scan and EOI. Empty on encoder failure.
 Bytes MakeJpeg(const TestJpegOptions& options);
+
+// What a viewer shows of a `stored` picture under the EXIF Orientation `o`,
+// by the tag's own definition: the sides the stored first row and first
+// column stand on once upright. Stored() is the inverse: the picture a
+// camera stores to be shown as `upright`.
+Bitmap Shown(const Bitmap& stored, int orientation);
+Bitmap Stored(const Bitmap& upright, int orientation);
+// `upright` as a camera turned by `orientation` writes it: the stored pixels
+// at quality 95 with camera EXIF that carries the tag and, as the embedded
+// thumbnail, the same stored picture (keep it small).
+Bytes CameraJpeg(const Bitmap& upright, int orientation);
 
 // Only the pixels, as TurboJPEG writes them (with its JFIF APP0).
 Bytes EncodePixels(const TestJpegOptions& options);
