@@ -194,6 +194,10 @@ Abgebrochen.</translation>
         <translation>Kopierte und geprüfte Fotos: %s von %s.</translation>
     </message>
     <message>
+        <source>Photos turned upright: %s.</source>
+        <translation>Aufrecht gedrehte Fotos: %s.</translation>
+    </message>
+    <message>
         <source>Copied and verified into the backup folder: %s of %s.</source>
         <translation>In den Sicherungsordner kopiert und geprüft: %s von %s.</translation>
     </message>

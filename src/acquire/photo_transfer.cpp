@@ -184,7 +184,7 @@ TransferOutcome CPhotoTransfer::OnGetPhotos() {
     m_progress.SetStep(1);
     m_renameCounter = 1;
     DeleteFolderContents(photos);
-    m_report.photos.found = CopyTree(source, photos, m_report.photos);
+    m_report.photos.found = CopyTree(source, photos, m_report.photos, m_turnUpright != 0);
 
     bool backupAborted = false;
     if (m_createBackup) {
@@ -269,6 +269,9 @@ TransferOutcome CPhotoTransfer::TellReport(bool restore, bool backupAborted) {
                                        : TIVOX_TR("Copying the photos did not complete."),
                               {}});
     message += "\n" + counted(TIVOX_TR("Photos copied and verified: %s of %s."), photos);
+    if (photos.turned > 0)
+        message += "\n" + Translated({TIVOX_TR("Photos turned upright: %s."),
+                                      {std::to_string(photos.turned)}});
     if (!restore && m_createBackup)
         message += "\n" + (backupAborted ? Translated({TIVOX_TR("No backup was made."), {}})
                                          : counted(TIVOX_TR("Copied and verified into the "
@@ -291,13 +294,16 @@ TransferOutcome CPhotoTransfer::TellReport(bool restore, bool backupAborted) {
     return complete ? TransferOutcome::Finished : TransferOutcome::Incomplete;
 }
 
-int CPhotoTransfer::CopyTree(const std::string& from, const std::string& to, PassReport& report) {
+int CPhotoTransfer::CopyTree(const std::string& from, const std::string& to, PassReport& report,
+                             bool upright) {
+    m_copies.SetTurnUpright(upright);
     CPhotoCopier copier(".jpg");
     copier.m_owner = this;
     copier.m_targetFolder = to;
     m_pass = &report;
     const int found = copier.Walk(from);
     FlushCopies();
+    m_copies.SetTurnUpright(false);
     // The names given (and the renames by the rule) last only once flushed.
     UiText cause;
     if (report.copied > 0 && !m_copies.SyncNames(to, cause))
@@ -336,9 +342,11 @@ void CPhotoTransfer::CopyPhoto(const std::string& source, const std::string& nam
 }
 
 void CPhotoTransfer::FlushCopies(bool all) {
-    const auto linked = [&](const std::string& path) {
-        if (m_pass)
+    const auto linked = [&](const std::string& path, bool turned) {
+        if (m_pass) {
             ++m_pass->copied;
+            m_pass->turned += turned ? 1 : 0;
+        }
         if (!m_renamingRule.empty())
             RenamePhoto(path);
         else if (m_pass)

@@ -32,6 +32,7 @@ struct PassReport {
     int copied = 0;   // copies read back, found equal to their source, and named
     int renamed = 0;  // copies renamed by the rule
     int keptName = 0; // copies that kept their name (no EXIF, or the rename failed)
+    int turned = 0;   // copies stood upright by their Orientation tag
     std::vector<CopyFailure> failures; // in the order of the walk
 };
 
@@ -61,6 +62,9 @@ public:
     std::string m_photoFolder;
     std::string m_renamingRule = "%Date%_%Time%";
     int m_createBackup = 1;
+    // Stands each photo from the card upright by its Orientation tag, where
+    // the lossless turn is perfect; the backup and a restore copy as they are.
+    int m_turnUpright = 1;
     int m_renameCounter = 1; // running number of collision names
 
     // The dialog's "read the controls" step, run first by both commands, so
@@ -102,7 +106,8 @@ private:
     }
     bool CameraDriveChosen() const;
     bool CameraLooksRemovable() const;
-    int CopyTree(const std::string& from, const std::string& to, PassReport& report);
+    int CopyTree(const std::string& from, const std::string& to, PassReport& report,
+                 bool upright = false);
     std::string Translated(const UiText& text) const { return RenderUiText(text, m_translate); }
     // The closing message: the counts, every photo not copied with its
     // cause, and "Finished" only when nothing failed.

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "acquire/file_walker.h"
+#include "acquire/upright_photo.h"
 
 namespace tivox {
 
@@ -56,6 +57,15 @@ UiText SystemCause(const char* format, int error) {
     return {format, {std::strerror(error)}};
 }
 
+// A read that goes on after a signal.
+ssize_t ReadOn(int fd, void* data, std::size_t size) {
+    ssize_t n;
+    do {
+        n = read(fd, data, size);
+    } while (n < 0 && errno == EINTR);
+    return n;
+}
+
 const char* const kCannotRead = TIVOX_TR("cannot be read: %s");
 const char* const kCannotWrite = TIVOX_TR("the copy cannot be written: %s");
 const char* const kCannotReadBack = TIVOX_TR("the copy cannot be read back: %s");
@@ -96,23 +106,32 @@ CStagedCopies::~CStagedCopies() {
         unlink(s.tempPath.c_str());
 }
 
-bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, UiText& cause) {
+bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, bool& turned, UiText& cause) {
     Hash sum;
     if (!sum) {
         cause = SystemCause(kCannotRead, ENOMEM);
         return false;
     }
     m_buffer.resize(kBufferSize);
+    turned = false;
+    bool head = m_upright;
     // Read to the true end, also when the source grew or shrank meanwhile.
     for (;;) {
-        const ssize_t n = read(in, m_buffer.data(), m_buffer.size());
+        const ssize_t n = ReadOn(in, m_buffer.data(), m_buffer.size());
         if (n == 0)
             break;
         if (n < 0) {
-            if (errno == EINTR)
-                continue;
             cause = SystemCause(kCannotRead, errno);
             return false;
+        }
+        // The first read holds the EXIF section of any camera's photo. Only
+        // a photo that asks for a turn leaves this loop, which streams the
+        // rest as before.
+        if (head) {
+            const int orientation = HeadOrientation(m_buffer.data(), std::size_t(n));
+            if (orientation > 1)
+                return CopyTurned(in, out, std::size_t(n), orientation, hash, turned, cause);
+            head = false;
         }
         sum.Add(m_buffer.data(), std::size_t(n));
         if (!m_ops.WriteAll(out, m_buffer.data(), std::size_t(n))) {
@@ -121,6 +140,33 @@ bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, UiText& ca
         }
     }
     hash = sum.Value();
+    return true;
+}
+
+bool CStagedCopies::CopyTurned(int in, int out, std::size_t head, int orientation,
+                               std::uint64_t& hash, bool& turned, UiText& cause) {
+    std::vector<std::uint8_t> photo(m_buffer.begin(), m_buffer.begin() + long(head));
+    for (;;) {
+        const ssize_t n = ReadOn(in, m_buffer.data(), m_buffer.size());
+        if (n == 0)
+            break;
+        if (n < 0) {
+            cause = SystemCause(kCannotRead, errno);
+            return false;
+        }
+        photo.insert(photo.end(), m_buffer.begin(), m_buffer.begin() + n);
+    }
+    // The turn is made from the bytes just read, and the check compares the
+    // copy with the turned bytes. A photo that can't be turned perfectly
+    // arrives byte for byte as the camera wrote it.
+    std::vector<std::uint8_t> upright;
+    turned = TurnUpright(photo, orientation, upright);
+    const std::vector<std::uint8_t>& written = turned ? upright : photo;
+    hash = XXH3_64bits(written.data(), written.size());
+    if (!m_ops.WriteAll(out, written.data(), written.size())) {
+        cause = SystemCause(kCannotWrite, errno);
+        return false;
+    }
     return true;
 }
 
@@ -148,7 +194,8 @@ bool CStagedCopies::Stage(const std::string& source, const std::string& folder,
     }
     const timespec times[2] = {st.st_atim, st.st_mtim};
     std::uint64_t hash = 0;
-    bool ok = CopyAndHash(in.get(), out.get(), hash, cause);
+    bool turned = false;
+    bool ok = CopyAndHash(in.get(), out.get(), hash, turned, cause);
     if (ok && (fchmod(out.get(), (st.st_mode & 0666) | S_IRUSR | S_IWUSR) != 0 ||
                futimens(out.get(), times) != 0)) {
         cause = SystemCause(kCannotWrite, errno);
@@ -166,7 +213,7 @@ bool CStagedCopies::Stage(const std::string& source, const std::string& folder,
         unlink(temp.c_str());
         return false;
     }
-    m_staged.push_back({source, temp, finalPath, hash});
+    m_staged.push_back({source, temp, finalPath, hash, turned});
     m_bytes += std::uint64_t(st.st_size);
     return true;
 }
@@ -261,7 +308,7 @@ void CStagedCopies::NameChecked(const Linked& linked, const Failed& failed) {
             const int error = errno;
             if (result == RenameResult::Ok) {
                 if (linked)
-                    linked(s.finalPath);
+                    linked(s.finalPath, s.turned);
                 continue;
             }
             if (error == EEXIST)

@@ -15,6 +15,11 @@
 // staged. The source is opened read-only and its access time is left alone
 // where the system allows.
 //
+// With SetTurnUpright a photo whose EXIF Orientation asks for a turn is read
+// whole, turned losslessly in memory and written upright with Orientation 1;
+// the check then compares the copy with those turned bytes. A photo that
+// cannot be turned without trimming its edge is copied as it is.
+//
 // One thread uses an object; the helper thread sees only the batch it checks.
 
 #include <cstdint>
@@ -40,7 +45,8 @@ RenameResult RenameNoReplace(const std::string& from, const std::string& to);
 
 class CStagedCopies {
 public:
-    using Linked = std::function<void(const std::string& finalPath)>;
+    // turned: the copy was stood upright on the way.
+    using Linked = std::function<void(const std::string& finalPath, bool turned)>;
     using Failed = std::function<void(const std::string& source, const UiText& cause)>;
 
     // ops: the writes and flushes, which tests make fail.
@@ -58,6 +64,10 @@ public:
     // Number of staged copies and their bytes, for the caller's batch limit.
     std::size_t Count() const { return m_staged.size(); }
     std::uint64_t Bytes() const { return m_bytes; }
+
+    // Whether the copies staged from now on are stood upright by their
+    // Orientation tag (off at first).
+    void SetTurnUpright(bool upright) { m_upright = upright; }
 
     // Names the batch whose check is under way, once it is done; then
     // flushes the staged copies to the disc and starts their check. Each
@@ -78,12 +88,18 @@ private:
         std::string tempPath;
         std::string finalPath;
         std::uint64_t hash;
+        bool turned;
     };
     // Per copy of a batch: the cause of a failed check; an empty format when
     // the copy read back equal.
     using Checked = std::pair<std::vector<Staged>, std::vector<UiText>>;
 
-    bool CopyAndHash(int in, int out, std::uint64_t& hash, UiText& cause);
+    bool CopyAndHash(int in, int out, std::uint64_t& hash, bool& turned, UiText& cause);
+    // The rest of a copy whose first `head` bytes, in m_buffer, give an
+    // orientation that asks for a turn: reads the whole photo and writes it
+    // upright, or as it is when the turn would not be perfect.
+    bool CopyTurned(int in, int out, std::size_t head, int orientation, std::uint64_t& hash,
+                    bool& turned, UiText& cause);
     // Reads each copy back from the disc and compares its hash with the
     // source's. Runs on the helper thread and touches nothing but the batch.
     static std::vector<UiText> CheckBatch(const std::vector<Staged>& batch);
@@ -93,6 +109,7 @@ private:
     std::vector<unsigned char> m_buffer;
     std::vector<Staged> m_staged;
     std::uint64_t m_bytes = 0;
+    bool m_upright = false;
     std::future<Checked> m_checking;
 };
 

@@ -10,7 +10,10 @@
 #include <filesystem>
 
 #include "acquire/photo_transfer.h"
+#include "acquire/upright_photo.h"
 #include "acquire_fixture.h"
+#include "platform/orientation.h"
+#include "support/batch_runner.h"
 
 namespace tivox::test {
 namespace {
@@ -386,6 +389,74 @@ TEST(PhotoTransfer, FailedCopiesAreReportedWithTheirCause) {
                          }),
               1);
     EXPECT_EQ(TreeNames(rig.Photos()), Names{"20040731_120000.jpg"});
+}
+
+// The largest difference of one colour channel between two pictures of one
+// size; 256 when the sizes differ.
+int MaxDifference(const Bitmap& a, const Bitmap& b) {
+    if (a.Width() != b.Width() || a.Height() != b.Height())
+        return 256;
+    int most = 0;
+    for (int y = 0; y < a.Height(); ++y)
+        for (int x = 0; x < a.Width() * 4; ++x)
+            most = std::max(most, std::abs(a.Row(y)[x] - b.Row(y)[x]));
+    return most;
+}
+
+// Photos of all eight orientations, 4:2:0 and a whole number of blocks in
+// size, arrive upright: pixels as the upright decode of the card's photo
+// within the decoder's rounding, which differs by up to 3 levels for blocks
+// turned on their side (noise encoded anew would differ far more), and
+// Orientation 1 (read by exiftool where it is installed). A photo whose
+// turn would trim an edge, and with the box off every photo, arrive byte for
+// byte.
+TEST(PhotoTransfer, PhotosArriveUprightWhereTheTurnLosesNothing) {
+    const bool exiftool = std::system("exiftool -ver >/dev/null 2>&1") == 0;
+    std::vector<Bytes> photos; // orientations 1 to 8, then 50 x 30 with 6
+    for (int i = 1; i <= 9; ++i) {
+        CameraExif exif;
+        exif.orientation = i <= 8 ? i : 6;
+        exif.dateTimeOriginal = "2004:07:31 12:00:0" + std::to_string(i);
+        exif.thumbnail = SmallJpeg(16, 12);
+        TestJpegOptions options = Picture(i <= 8 ? 64 : 50, i <= 8 ? 48 : 30, Pattern::Noise);
+        options.exif = CameraExifPayload(exif);
+        photos.push_back(MakeJpeg(options));
+    }
+    for (const bool upright : {true, false}) {
+        SCOPED_TRACE(upright ? "box on" : "box off");
+        TransferRig rig;
+        rig.transfer.m_createBackup = 0;
+        rig.transfer.m_turnUpright = upright;
+        for (std::size_t i = 0; i < photos.size(); ++i)
+            rig.CardPhoto("IMG_000" + std::to_string(i + 1) + ".JPG", photos[i]);
+        const auto cardBefore = TreeChecksums(rig.card);
+        EXPECT_EQ(rig.transfer.OnGetPhotos(), TransferOutcome::Finished);
+        EXPECT_EQ(TreeChecksums(rig.card), cardBefore);
+        EXPECT_EQ(rig.transfer.Report().photos.turned, upright ? 7 : 0);
+        EXPECT_EQ(rig.prompt.Texts().back(),
+                  std::string("Finished copying.\nPhotos copied and verified: 9 of 9.") +
+                      (upright ? "\nPhotos turned upright: 7." : ""));
+        for (int i = 1; i <= 9; ++i) {
+            SCOPED_TRACE(i);
+            const std::string path = rig.Photos() + "/20040731_12000" + std::to_string(i) + ".jpg";
+            Bytes copy;
+            ASSERT_TRUE(ReadFile(path, copy));
+            if (!upright || i == 1 || i == 9) {
+                EXPECT_EQ(copy, photos[std::size_t(i - 1)]);
+                continue;
+            }
+            Bitmap stored, expected, arrived;
+            std::string error;
+            ASSERT_TRUE(DecodeJpegFile(rig.card + "/IMG_000" + std::to_string(i) + ".JPG", {},
+                                       stored, error));
+            ASSERT_TRUE(OrientBitmap(stored, i, expected));
+            ASSERT_TRUE(DecodeJpegFile(path, {}, arrived, error));
+            EXPECT_LE(MaxDifference(arrived, expected), 3);
+            EXPECT_EQ(exiftool ? Capture("exiftool -n -s3 -Orientation " + ShellQuote(path)).output
+                               : std::to_string(HeadOrientation(copy.data(), copy.size())) + "\n",
+                      "1\n");
+        }
+    }
 }
 
 class RestoreTest : public ::testing::Test {
