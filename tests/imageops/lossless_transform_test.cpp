@@ -56,8 +56,6 @@ TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
     const std::vector<std::vector<int>> sequences = {
         {kLosslessRotateRight, kLosslessRotateRight, kLosslessRotateRight, kLosslessRotateRight},
         {kLosslessRotateRight, kLosslessRotateLeft},
-        {kLosslessMirrorHorizontal, kLosslessMirrorHorizontal},
-        {kLosslessMirrorVertical, kLosslessMirrorVertical},
         {kLosslessRotate180, kLosslessMirrorHorizontal, kLosslessMirrorVertical},
     };
     for (const auto& seq : sequences) {

@@ -163,6 +163,7 @@ TEST(Upright, PhotosOfAllEightOrientationsLoadUpright) {
         EXPECT_EQ(photo.sourceSize, (Size{96, 64}));
         ASSERT_EQ(thumb->Width(), 48);
         EXPECT_GE(test::Psnr(*thumb, small), 27.0);
+        EXPECT_EQ(photo.IsLandscape(), 1); // crops are offered in landscape
         const auto full = photo.OpenFullImage();
         ASSERT_EQ(full->Width(), 96);
         EXPECT_GE(test::Psnr(*full, upright), 27.0);
