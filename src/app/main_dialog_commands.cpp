@@ -151,6 +151,7 @@ void CMainDialogCommands::FillTransfer(CPhotoTransfer& transfer) const {
     transfer.m_photoFolder = m_fields.m_photoFolder;
     transfer.m_renamingRule = m_fields.m_renamingRule;
     transfer.m_createBackup = m_fields.m_createBackup;
+    transfer.m_turnUpright = m_fields.m_turnUpright;
     transfer.m_renameCounter = m_renameCounter;
     transfer.m_driveSources = m_driveSources;
     transfer.m_translate = m_translate;

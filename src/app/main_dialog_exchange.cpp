@@ -62,6 +62,7 @@ bool ReadControls(MainDialogFields& fields, IDialogControls& controls, IPrompt& 
     fields.m_exifTag = controls.GetItemText(DlgItem::ExifTag);
     fields.m_galleryFolder = controls.GetItemText(DlgItem::GalleryFolder);
     fields.m_createBackup = controls.GetItemCheck(DlgItem::CreateBackup) ? 1 : 0;
+    fields.m_turnUpright = controls.GetItemCheck(DlgItem::TurnUpright) ? 1 : 0;
     if (!ReadNumber(fields.m_jpegQuality, DlgItem::JpegQuality, 0, 100, controls, prompt))
         return false;
     // Below 64 MiB a few 4K pages would not fit; above 16 GiB is no budget.
@@ -80,6 +81,7 @@ void WriteControls(const MainDialogFields& fields, IDialogControls& controls) {
     controls.SetItemText(DlgItem::ExifTag, fields.m_exifTag);
     controls.SetItemText(DlgItem::GalleryFolder, fields.m_galleryFolder);
     controls.SetItemCheck(DlgItem::CreateBackup, fields.m_createBackup != 0);
+    controls.SetItemCheck(DlgItem::TurnUpright, fields.m_turnUpright != 0);
     controls.SetItemText(DlgItem::JpegQuality, std::to_string(fields.m_jpegQuality));
     controls.SetItemText(DlgItem::ThumbnailMemory, std::to_string(fields.m_thumbnailMemory));
 }

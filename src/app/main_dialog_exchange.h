@@ -23,6 +23,7 @@ enum class DlgItem {
     ExifTag,
     GalleryFolder,
     CreateBackup,
+    TurnUpright,
     JpegQuality,
     ThumbnailMemory,
 };

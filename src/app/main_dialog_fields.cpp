@@ -24,6 +24,7 @@ void FieldsFromSettings(const CSettings& settings, MainDialogFields& fields) {
     fields.m_createBackup = settings.m_createBackup ? 1 : 0;
     fields.m_jpegQuality = settings.m_jpegQuality;
     fields.m_thumbnailMemory = settings.m_thumbnailMemory;
+    fields.m_turnUpright = settings.m_turnUpright ? 1 : 0;
     fields.m_showStatusBar = fields.m_statusBarHeight > 0 ? 1 : 0;
 }
 
@@ -39,6 +40,7 @@ void FieldsToSettings(const MainDialogFields& fields, CSettings& settings) {
     settings.m_createBackup = std::uint32_t(fields.m_createBackup);
     settings.m_jpegQuality = fields.m_jpegQuality;
     settings.m_thumbnailMemory = fields.m_thumbnailMemory;
+    settings.m_turnUpright = std::uint32_t(fields.m_turnUpright);
 }
 
 } // namespace tivox

@@ -24,6 +24,7 @@ struct MainDialogFields {
     int m_createBackup = 1;
     std::uint32_t m_jpegQuality = 80;
     std::uint32_t m_thumbnailMemory = 512; // MiB for the thumbnails of Full Screen Editing
+    int m_turnUpright = 1; // Get Photos stands photos upright by their Orientation tag
 };
 
 // The defaults: base folder the user's pictures folder, galleries below it.

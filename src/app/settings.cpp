@@ -119,6 +119,7 @@ std::vector<std::uint8_t> CSettings::Store() const {
     w.Word(m_jpegQuality);
     w.Word(m_metricUnits);
     w.Word(m_thumbnailMemory);
+    w.Word(m_turnUpright);
     return w.m_bytes;
 }
 
@@ -134,7 +135,8 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
         return false;
     // The oldest layout has no gallery folder, backup option, quality or unit;
     // versions 120 to 149 have all but the unit, 150 to 159 all but the
-    // thumbnail memory.
+    // thumbnail memory, 160 to 169 all but turning photos upright, which
+    // such a file reads as on, its default.
     const bool oldest = version < 120;
     s.m_cameraDrive = r.String();
     s.m_baseFolder = r.String();
@@ -148,6 +150,7 @@ bool CSettings::Load(const std::vector<std::uint8_t>& bytes) {
     s.m_jpegQuality = oldest ? 80 : r.Word();
     s.m_metricUnits = !oldest && version >= 150 ? r.Word() : 1;
     s.m_thumbnailMemory = version >= 160 ? r.Word() : CSettings().m_thumbnailMemory;
+    s.m_turnUpright = version >= 170 ? r.Word() : CSettings().m_turnUpright;
     if (!r.Ok())
         return false;
     *this = s;

@@ -1,10 +1,11 @@
 #pragma once
 // CSettings: the program's settings file, TivoxSettings.dat. A small binary
 // record, little-endian, that the main dialog loads once at start and stores
-// once at its end. The writer always produces version 160 (150 plus the
-// thumbnail memory of Full Screen Editing); the reader also accepts the
-// older layouts, chosen by the leading version word (100 to
-// 1000; any other word marks a file that is not ours, which loads nothing).
+// once at its end. The writer always produces version 170 (150 plus the
+// thumbnail memory of Full Screen Editing in 160, plus turning photos upright
+// on arrival in 170); the reader also accepts the older layouts, chosen by
+// the leading version word (100 to 1000; any other word marks a file that is
+// not ours, which loads nothing).
 //
 // Strings carry a length prefix: one byte up to 254, then 0xFF and two bytes
 // up to 65533, then 0xFF 0xFFFF and four bytes. Their bytes are UTF-8.
@@ -17,7 +18,7 @@ namespace tivox {
 
 class CSettings {
 public:
-    static constexpr std::int32_t kVersion = 160;
+    static constexpr std::int32_t kVersion = 170;
 
     // The file's bytes for the fields below.
     std::vector<std::uint8_t> Store() const;
@@ -45,6 +46,7 @@ public:
     std::uint32_t m_jpegQuality = 80;
     std::uint32_t m_metricUnits = 1;       // print sizes in centimetres, else inches
     std::uint32_t m_thumbnailMemory = 512; // MiB that full-screen thumbnails may hold
+    std::uint32_t m_turnUpright = 1;       // Get Photos stands photos upright by their tag
 };
 
 // Where the settings file lives: beside the program when a writable

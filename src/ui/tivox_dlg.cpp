@@ -85,6 +85,8 @@ private:
             return m_dlg.m_showStatusBar;
         if (item == DlgItem::CreateBackup)
             return m_dlg.m_createBackup;
+        if (item == DlgItem::TurnUpright)
+            return m_dlg.m_turnUpright;
         return nullptr;
     }
     CTivoxDlg& m_dlg;
@@ -267,11 +269,18 @@ void CTivoxDlg::BuildLayout() {
     auto* getRow = new QHBoxLayout;
     CIconButton* get = MakeButton(Tr("&Get Photos"), "getPhotos");
     get->SetIcon(QStringLiteral(":/icons/get_photos.svg"), 80, 32);
+    m_turnUpright = MakeButton(Tr("Turn photos upright"), "turnUpright");
+    m_turnUpright->SetCheckBox(true);
+    m_turnUpright->SetTooltipText(
+        Tr("As they are copied, photos are turned upright without loss, as their EXIF "
+           "orientation says. A photo that cannot be turned without losing an edge is copied "
+           "as it is. The camera card is never changed."));
     m_progress = new QProgressBar(this);
     m_progress->setTextVisible(false);
     m_progress->setRange(0, 100);
     m_progress->setValue(0);
     getRow->addWidget(get);
+    getRow->addWidget(m_turnUpright);
     getRow->addWidget(m_progress, 1);
     grid->addLayout(getRow, row++, 0, 1, 4);
     line(1);

@@ -126,6 +126,7 @@ private:
     QLineEdit* m_quality = nullptr;
     QProgressBar* m_progress = nullptr;
     CIconButton* m_createBackup = nullptr;
+    CIconButton* m_turnUpright = nullptr;
     CIconButton* m_showStatusBar = nullptr;
     CColorStatic* m_lines[3] = {};
     CHyperLinkStatic* m_link = nullptr;

@@ -27,10 +27,10 @@ CSettings WindowsEraSettings() {
     return s;
 }
 
-// A version 150 file, written before there was a thumbnail memory, loads as
-// it was (with the default memory) and is written back as 160, with that word
-// behind it.
-TEST(Settings, AVersion150FileOfSixtyBytesLoadsAndIsWrittenAs160) {
+// A version 150 file, written before there was a thumbnail memory or the
+// upright box, loads as it was (with their defaults) and is written back as
+// 170, with those two words behind it.
+TEST(Settings, AVersion150FileOfSixtyBytesLoadsAndIsWrittenAs170) {
     Data expected = {0x96, 0x00, 0x00, 0x00, 0x02, 0x45, 0x3A, 0x03, 0x43, 0x3A, 0x5C, 0x06,
                      0x50, 0x68, 0x6F, 0x74, 0x6F, 0x73, 0x03, 0x43, 0x3A, 0x5C, 0x0D, 0x25,
                      0x44, 0x61, 0x74, 0x65, 0x25, 0x5F, 0x25, 0x54, 0x69, 0x6D, 0x65, 0x25,
@@ -39,8 +39,9 @@ TEST(Settings, AVersion150FileOfSixtyBytesLoadsAndIsWrittenAs160) {
     CSettings loaded;
     ASSERT_TRUE(loaded.Load(expected));
     EXPECT_EQ(loaded.m_thumbnailMemory, 512u);
-    expected[0] = 0xA0;
-    expected.insert(expected.end(), {0x00, 0x02, 0x00, 0x00});
+    EXPECT_EQ(loaded.m_turnUpright, 1u);
+    expected[0] = 0xAA;
+    expected.insert(expected.end(), {0x00, 0x02, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00});
     EXPECT_EQ(WindowsEraSettings().Store(), expected);
     EXPECT_EQ(loaded.Store(), expected);
 }
@@ -59,7 +60,7 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
         s.m_cameraDrive = std::string(length, 'x');
         const Data bytes = s.Store();
         EXPECT_EQ(Data(bytes.begin() + 4, bytes.begin() + 4 + long(prefix.size())), prefix);
-        EXPECT_EQ(bytes.size(), 4 + prefix.size() + length + 4 * 1 + 28);
+        EXPECT_EQ(bytes.size(), 4 + prefix.size() + length + 4 * 1 + 32);
         ASSERT_TRUE(back.Load(bytes));
         EXPECT_EQ(back.m_cameraDrive, s.m_cameraDrive);
     }
@@ -67,13 +68,15 @@ TEST(Settings, LengthPrefixesAtTheirBoundaries) {
 
 TEST(Settings, TheVersionWordChoosesTheLayout) {
     // 120 added the gallery folder, backup and quality, 150 the units, 160
-    // the thumbnail memory; a word outside 100 to 1000 is no settings file.
+    // the thumbnail memory, 170 the upright box (on when the file is older);
+    // a word outside 100 to 1000 is no settings file.
     const struct {
         std::int32_t version;
-        bool gallery, units, memory;
-    } cases[] = {{1000, true, true, true},  {160, true, true, true},   {159, true, true, false},
-                 {149, true, false, false}, {120, true, false, false}, {119, false, false, false},
-                 {100, false, false, false}};
+        bool gallery, units, memory, upright;
+    } cases[] = {{1000, true, true, true, true},    {170, true, true, true, true},
+                 {169, true, true, true, false},    {159, true, true, false, false},
+                 {149, true, false, false, false},  {120, true, false, false, false},
+                 {119, false, false, false, false}, {100, false, false, false, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.version);
         Data file; // with one-byte lengths
@@ -88,8 +91,8 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
             file.push_back(std::uint8_t(text.size()));
             file.insert(file.end(), text.begin(), text.end());
         }
-        const std::uint32_t numbers[] = {5, 6, 30, 0, 90, 0, 64};
-        for (int i = 0; i < 3 + 2 * c.gallery + c.units + c.memory; ++i)
+        const std::uint32_t numbers[] = {5, 6, 30, 0, 90, 0, 64, 0};
+        for (int i = 0; i < 3 + 2 * c.gallery + c.units + c.memory + c.upright; ++i)
             word(numbers[i]);
         CSettings s;
         s.m_metricUnits = 7;
@@ -101,7 +104,8 @@ TEST(Settings, TheVersionWordChoosesTheLayout) {
         EXPECT_EQ(s.m_jpegQuality, c.gallery ? 90u : 80u);
         EXPECT_EQ(s.m_metricUnits, c.units ? 0u : 1u);
         EXPECT_EQ(s.m_thumbnailMemory, c.memory ? 64u : 512u);
-        EXPECT_EQ(s.Store()[0], 160);       // written back as the current version
+        EXPECT_EQ(s.m_turnUpright, c.upright ? 0u : 1u);
+        EXPECT_EQ(s.Store()[0], 170);       // written back as the current version
         file.insert(file.end(), {1, 2, 3}); // trailing bytes are ignored
         EXPECT_TRUE(CSettings().Load(file));
         for (const std::int32_t unknown : {99, 1001, -5}) {

@@ -61,6 +61,7 @@ TEST(MainDialog, ADamagedSettingsFileSilentlyLeavesTheDefaults) {
         EXPECT_EQ(Text(rig, item), text) << int(item);
     EXPECT_FALSE(rig.dlg->Button("showStatusBar")->isChecked());
     EXPECT_TRUE(rig.dlg->Button("createBackup")->isChecked());
+    EXPECT_TRUE(rig.dlg->Button("turnUpright")->isChecked());
     EXPECT_EQ(rig.dlg->QualitySlider()->value(), 80);
     EXPECT_EQ(rig.dlg->ExifTagBox()->currentText(), "");
 }
@@ -209,6 +210,7 @@ TEST(MainDialog, SettingsSurviveARestartUnchecked) {
         Type(rig, DlgItem::GalleryFolder, "/srv/web");
         Type(rig, DlgItem::JpegQuality, "91");
         Click(rig, "createBackup");  // off
+        Click(rig, "turnUpright");   // off
         Click(rig, "showStatusBar"); // on: height 30
         rig.Close();
     }
@@ -222,6 +224,7 @@ TEST(MainDialog, SettingsSurviveARestartUnchecked) {
         EXPECT_EQ(Text(again, DlgItem::GalleryFolder), "/srv/web");
         EXPECT_EQ(again.dlg->QualitySlider()->value(), 91);
         EXPECT_FALSE(again.dlg->Button("createBackup")->isChecked());
+        EXPECT_FALSE(again.dlg->Button("turnUpright")->isChecked());
         EXPECT_TRUE(again.dlg->Button("showStatusBar")->isChecked());
     }
     // Out-of-range numbers are shown as stored, unchecked.
