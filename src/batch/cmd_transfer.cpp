@@ -1,10 +1,16 @@
-// tivox-batch transfer --card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--yes]
+// tivox-batch transfer --card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--upright]
+//                      [--yes]
 // tivox-batch restore --photos DIR [--rule RULE] [--yes]
 // tivox-batch drives [--mountinfo FILE] [--sysfs DIR] [--labels DIR]
 //
 // Get Photos and Restore from Backup Folder without the window. Questions go
 // to the terminal unless --yes answers them all with Yes; a progress bar is
 // drawn when standard error is a terminal.
+//
+// --upright stands the photos upright on arrival, as the window's box does.
+// Unlike the box it is off unless asked for: a script that copied a card
+// before still gets the camera's bytes, and the copies match the card's
+// checksums.
 
 #include <unistd.h>
 
@@ -63,10 +69,13 @@ private:
     int m_drawn = -1;
 };
 
-void PrintPass(const char* what, const PassReport& r) {
+void PrintPass(const char* what, const PassReport& r, bool upright = false) {
     std::printf("%s: %d found, %d copied and verified, %zu failed, %d renamed, %d kept their "
-                "name\n",
+                "name",
                 what, r.found, r.copied, r.failures.size(), r.renamed, r.keptName);
+    if (upright)
+        std::printf(", %d turned upright", r.turned);
+    std::printf("\n");
 }
 
 // Divides --photos into the base folder and the photo folder's name.
@@ -116,6 +125,7 @@ int RunTransfer(const Args& arguments) {
         return UsageError("transfer");
     const bool backup = TakeFlag(args, "--backup");
     const bool noBackup = TakeFlag(args, "--no-backup");
+    const bool upright = TakeFlag(args, "--upright");
     const bool yes = TakeFlag(args, "--yes");
     if (!haveCard || !havePhotos || !args.empty() || (backup && noBackup))
         return UsageError("transfer");
@@ -131,11 +141,12 @@ int RunTransfer(const Args& arguments) {
         transfer.m_cameraDrive.pop_back();
     transfer.m_cardMayBeAnyFolder = true;
     transfer.m_createBackup = noBackup ? 0 : 1;
+    transfer.m_turnUpright = upright ? 1 : 0;
 
     const TransferOutcome outcome = transfer.OnGetPhotos();
     if (outcome == TransferOutcome::Aborted)
         return kExitFailure;
-    PrintPass("photos", transfer.Report().photos);
+    PrintPass("photos", transfer.Report().photos, upright);
     if (transfer.m_createBackup)
         PrintPass("backup", transfer.Report().backup);
     return outcome == TransferOutcome::Finished ? kExitOk : kExitFailure;
