@@ -11,7 +11,6 @@ namespace tivox::batch {
 
 int RunExif(const Args& args);
 int RunName(const Args& args);
-int RunMakeCard(const Args& args);
 int RunTransfer(const Args& args);
 int RunRestore(const Args& args);
 int RunDrives(const Args& args);
@@ -28,7 +27,6 @@ const BatchCommand kCommands[] = {
     {"help", "", nullptr},
     {"exif", "FILE...", RunExif},
     {"name", "RULE FILE...", RunName},
-    {"make-card", "DIR [--count N]", RunMakeCard},
     {"transfer", "--card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--yes]",
      RunTransfer},
     {"restore", "--photos DIR [--rule RULE] [--yes]", RunRestore},

@@ -19,7 +19,7 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
     TempDir dir;
     const std::string card = dir.File("card"), photos = dir.File("base/Trip");
     std::string out;
-    ASSERT_EQ(RunBatch({"make-card", card, "--count", "4"}, out), 0) << out;
+    ASSERT_EQ(MakeCard(card, 4, out), 0) << out;
     const auto cardBefore = TreeChecksums(card);
     MakeFolder(dir.File("base"));
 

@@ -1,5 +1,6 @@
 #pragma once
-// Runs shell commands and tivox-batch for the tests of the batch front end.
+// Runs shell commands, tivox-batch and the card maker for the tests of the
+// batch front end.
 // Header only: the batch front end links the rest of this folder, not this.
 
 #include <sys/wait.h>
@@ -38,18 +39,29 @@ inline std::string ShellQuote(const std::string& text) {
     return quoted + "'";
 }
 
-// tivox-batch with these arguments and no input; standard error joins
+// A program with these arguments and no input; standard error joins
 // standard output.
-inline CommandRun RunBatch(const std::vector<std::string>& args) {
-    std::string command = ShellQuote(TIVOX_BATCH_EXE);
+inline CommandRun RunProgram(const char* program, const std::vector<std::string>& args) {
+    std::string command = ShellQuote(program);
     for (const auto& arg : args)
         command += " " + ShellQuote(arg);
     return Capture(command + " </dev/null 2>&1");
 }
 
+inline CommandRun RunBatch(const std::vector<std::string>& args) {
+    return RunProgram(TIVOX_BATCH_EXE, args);
+}
+
 // The same, for tests that look at the exit status first.
 inline int RunBatch(const std::vector<std::string>& args, std::string& printed) {
     CommandRun run = RunBatch(args);
+    printed = std::move(run.output);
+    return run.exitCode;
+}
+
+// A generated camera card under `root` (tivox-make-card).
+inline int MakeCard(const std::string& root, int count, std::string& printed) {
+    CommandRun run = RunProgram(TIVOX_MAKE_CARD_EXE, {root, "--count", std::to_string(count)});
     printed = std::move(run.output);
     return run.exitCode;
 }

@@ -11,7 +11,7 @@
 #include <cstdio>
 
 #include "ui/drives_dlg.h"
-#include "ui/shots/shot_support.h"
+#include "shots/shot_support.h"
 #include "ui/tivox_dlg.h"
 
 namespace {

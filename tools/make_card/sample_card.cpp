@@ -1,6 +1,6 @@
 // The generated camera card.
 
-#include "batch/sample_card.h"
+#include "make_card/sample_card.h"
 
 #include <cerrno>
 #include <cstdio>

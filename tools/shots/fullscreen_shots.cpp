@@ -21,7 +21,7 @@
 #include "platform/jpeg_codec.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
-#include "ui/shots/shot_support.h"
+#include "shots/shot_support.h"
 
 namespace {
 
