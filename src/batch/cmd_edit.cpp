@@ -9,6 +9,7 @@
 
 #include "batch/batch_command.h"
 #include "exif/exif_update.h"
+#include "imageops/commit_changes.h"
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"
@@ -18,6 +19,7 @@
 #include "platform/bitmap_recycler.h"
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
+#include "platform/user_seams.h"
 
 namespace tivox::batch {
 
@@ -203,25 +205,22 @@ int RunEdit(const Args& input) {
         execute(COperation::Plain(opApplyColor));
     }
 
-    // The commit.
     // The commit decodes the whole file again and refuses damaged data.
-    photo.ApplyEdits(editAll, host, true);
-    if (!photo.fullImage || photo.fullImage->IsEmpty())
-        return Fail(RenderUiText(ReadErrorText(photo.path, photo.readError)));
-    if (hasOut) {
-        std::string error;
-        const bool written = WriteOut(*photo.fullImage, photo.path, out, quality, error);
-        photo.DropFullImage();
-        if (!written)
-            return Fail(error);
-        std::printf("saved %s\n", out.c_str());
-    } else {
-        UiText error;
-        if (!photo.SaveAsJpeg(quality, nullptr, &error))
-            return Fail(RenderUiText(error));
-        std::printf("saved %s\n", photo.path.c_str());
-    }
-    photo.edits.Clear();
+    PictureWriter writer;
+    if (hasOut)
+        writer = [&](const CPhoto& edited, const Bitmap& picture, UiText& error) {
+            std::string text;
+            if (WriteOut(picture, edited.path, out, quality, text))
+                return true;
+            error = {"%s", {text}};
+            return false;
+        };
+    NullStepProgress progress;
+    const ChangeReport report =
+        CommitPhotos({&photo}, ChangeSettingsOf(host), progress, nullptr, writer);
+    if (!report.failures.empty())
+        return Fail(RenderUiText(report.failures.front()));
+    std::printf("saved %s\n", (hasOut ? out : photo.path).c_str());
     return kExitOk;
 }
 

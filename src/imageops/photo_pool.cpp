@@ -38,7 +38,15 @@ PhotoPool::~PhotoPool() {
 void PhotoPool::Run(int worker) {
     t_sharesCores = m_size > 1;
     std::unique_lock lock(m_lock);
-    while (!m_cancelled && m_next < m_count) {
+    while (true) {
+        // Never more items ahead of the calling thread than there are
+        // workers, so that a cancel leaves at most that many started.
+        m_room.wait(lock, [this] {
+            return m_cancelled || m_next >= m_count ||
+                   m_running + int(m_done.size()) + m_held < m_size;
+        });
+        if (m_cancelled || m_next >= m_count)
+            return;
         const int item = m_next++;
         ++m_running;
         lock.unlock();
@@ -52,6 +60,9 @@ void PhotoPool::Run(int worker) {
 
 int PhotoPool::WaitNext() {
     std::unique_lock lock(m_lock);
+    // The item given last is dealt with: room for the next start.
+    m_held = 0;
+    m_room.notify_one();
     m_finished.wait(lock, [this] {
         return !m_done.empty() || (m_running == 0 && (m_cancelled || m_next >= m_count));
     });
@@ -59,6 +70,7 @@ int PhotoPool::WaitNext() {
         return -1;
     const int item = m_done.front();
     m_done.pop_front();
+    m_held = 1;
     return item;
 }
 
@@ -66,6 +78,7 @@ void PhotoPool::Cancel() {
     std::lock_guard lock(m_lock);
     m_cancelled = true;
     m_finished.notify_all();
+    m_room.notify_all();
 }
 
 } // namespace tivox

@@ -3,7 +3,9 @@
 // handed out in rising order, each to the next free worker. The thread that
 // made the pool collects the finished items one at a time, so that it alone
 // reports progress and touches the window, and may stop the run between
-// items: an item not started by then never is.
+// items: an item not started by then never is. Workers run at most as many
+// items ahead of it as there are workers: a cancel after the first finished
+// item leaves exactly the first Threads() items done.
 //
 // The work function runs on the workers; it must reach only what its own
 // item owns (or what is locked). Whatever it leaves for the calling thread
@@ -38,7 +40,7 @@ public:
 
     // Waits for the next item to finish and gives its index, in the order
     // they finish; -1 once every started item has been given and no more
-    // will start.
+    // will start. Calling it again says the item given last is dealt with.
     int WaitNext();
     // No item starts from now on; those in hand still finish.
     void Cancel();
@@ -50,9 +52,11 @@ private:
     const int m_count;
     const int m_size; // threads
     std::mutex m_lock;
-    std::condition_variable m_finished;
-    int m_next = 0;    // the next item to start
-    int m_running = 0; // items in hand
+    std::condition_variable m_finished; // the calling thread waits here
+    std::condition_variable m_room;     // the workers wait here
+    int m_next = 0;                     // the next item to start
+    int m_running = 0;                  // items in hand
+    int m_held = 0;                     // 1 while the calling thread deals with a finished item
     bool m_cancelled = false;
     std::deque<int> m_done;              // finished, not yet given out
     std::vector<std::jthread> m_threads; // last: joined before the rest goes

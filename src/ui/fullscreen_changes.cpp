@@ -1,73 +1,33 @@
 // What the full-screen window does with the edits that are not committed yet:
 // Commit, Discard, and the question before leaving with some.
 
+#include "imageops/commit_changes.h"
 #include "imageops/selection_pass.h"
-#include "photos/photo.h"
 #include "photos/photo_list.h"
-#include "platform/jpeg_codec.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
 
 namespace tivox {
 
-namespace {
-
-int CountPending(const CPhotoList& list) {
-    int count = 0;
-    for (int i = 0; i < list.Count(); ++i) {
-        const CPhoto* photo = list.PhotoAt(i);
-        count += photo && photo->edits.HasPending() ? 1 : 0;
-    }
-    return count;
-}
-
-} // namespace
-
 // Commit and Discard let events run between two photos, for the progress.
-// Its dialog keeps the user's input from every other window meanwhile; the
-// list is still looked up anew for each photo.
+// Its dialog keeps the user's input from every other window meanwhile, so
+// the list stays as it is until the run ends.
 bool CFullScreenWnd::CommitChanges() {
     if (!m_photoList) {
         return true;
     }
     BusyScope busy(*m_busy);
-    const int total = CountPending(*m_photoList);
-    StepScope steps(StepProgress(), total, {TIVOX_TR("Writing the changes into the photos"), {}});
-    std::vector<UiText> failures;
-    int done = 0;
-    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
-        CPhoto* photo = m_photoList->PhotoAt(i);
-        if (!photo || !photo->edits.HasPending()) {
-            continue;
-        }
-        const bool colorPending = photo->edits.colorPending != 0;
-        photo->ApplyEdits(editAll, *this, true);
-        if (colorPending && m_imageOpsDlg) {
-            m_imageOpsDlg->ResetColorControls();
-            m_imageOpsDlg->ResetProcessor();
-        }
-        if (!photo->fullImage || photo->fullImage->IsEmpty()) {
-            // Unreadable or damaged: nothing is written, and the pictures
-            // show the file as it stays.
-            failures.push_back(ReadErrorText(photo->path, photo->readError));
-            photo->DropFullImage(&m_recycler);
-            photo->RebuildImages(GetThumbSize(), GetScreenSize(), photo->screenImage != nullptr);
-        } else {
-            UiText cause;
-            if (photo->SaveAsJpeg(GetJpegQuality(), &m_recycler, &cause) == 0) {
-                failures.push_back(cause);
-            }
-        }
-        photo->edits.Clear();
-        if (!steps.Step(++done) && done < total) {
-            break; // the photos after this one keep their edits
-        }
+    const ChangeReport report =
+        CommitPending(*m_photoList, ChangeSettingsOf(*this), StepProgress(), &m_recycler);
+    if (report.colorEdits && m_imageOpsDlg) {
+        m_imageOpsDlg->ResetColorControls();
+        m_imageOpsDlg->ResetProcessor();
     }
-    steps.End();
+    update();
     busy.End();
-    ReportFailures(failures, *m_prompt, CoreTranslator());
-    return done == total && failures.empty();
+    ReportFailures(report.failures, *m_prompt, CoreTranslator());
+    return report.Complete();
 }
 
 // Closing used to drop uncommitted edits without a word; a person's work is
@@ -103,33 +63,13 @@ void CFullScreenWnd::DiscardChanges() {
     }
     // Rebuilding thumbnails from the files takes a moment.
     BusyScope busy(*m_busy);
-    const int total = CountPending(*m_photoList);
-    StepScope steps(StepProgress(), total, {TIVOX_TR("Discarding the changes"), {}});
-    int done = 0;
-    for (int i = 0; m_photoList && i < m_photoList->Count(); ++i) {
-        CPhoto* photo = m_photoList->PhotoAt(i);
-        if (!photo) {
-            continue;
-        }
-        if (photo->edits.colorPending && m_imageOpsDlg) {
-            m_imageOpsDlg->ResetColorControls();
-        }
-        if (!photo->edits.HasPending()) {
-            continue;
-        }
-        if (m_imageOpsDlg) {
-            m_imageOpsDlg->ResetProcessor();
-        }
-        photo->edits.Clear();
-        photo->DropFullImage(&m_recycler);
-        photo->DropScreenImage();
-        photo->DropThumbnail();
-        // The next single view loads the working image from the file again.
-        photo->RebuildImages(GetThumbSize(), GetScreenSize(), false);
-        photo->thumbnailReady.store(1, std::memory_order_release);
-        if (!steps.Step(++done) && done < total) {
-            break;
-        }
+    const ChangeReport report =
+        DiscardPending(*m_photoList, ChangeSettingsOf(*this), StepProgress(), &m_recycler);
+    if (m_imageOpsDlg && report.colorEdits) {
+        m_imageOpsDlg->ResetColorControls();
+    }
+    if (m_imageOpsDlg && report.done > 0) {
+        m_imageOpsDlg->ResetProcessor();
     }
     update();
 }

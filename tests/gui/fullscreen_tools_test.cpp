@@ -14,6 +14,7 @@
 #include "app/tool_state.h"
 #include "controls/icon_button.h"
 #include "gui/fullscreen_fixture.h"
+#include "imageops/photo_pool.h"
 #include "photos/photo.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
@@ -262,15 +263,20 @@ public:
 };
 
 TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPendingAndUntouched) {
-    WritePhotos(3, 320, 240, 0x606060);
-    const Bytes before[3] = {FileBytes(0), FileBytes(1), FileBytes(2)};
+    // Each worker of the commit holds one photo when the user cancels: those
+    // are written, the last one is not.
+    const int count = PhotoPool::DefaultThreads() + 1;
+    WritePhotos(count, 320, 240, 0x606060);
+    std::vector<Bytes> before;
+    for (int i = 0; i < count; ++i)
+        before.push_back(FileBytes(i));
     UserDuringProgress progress(m_window.get());
     m_window->SetStepProgress(&progress);
     ShowSingle(0);
     Use(Dlg()->ProcessAll());
     Use(PhotoPage()->Button(8)); // Denoise, on every photo
     // Esc and a second Commit while the commit runs go nowhere; Esc in its
-    // dialog stops it after the first photo.
+    // dialog stops it after the photos in hand.
     progress.during = [&] {
         Key(Qt::Key_Escape);
         ASSERT_TRUE(m_window->HasWindow());
@@ -284,18 +290,19 @@ TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPendingAndUntouched) 
         QTest::keyClick(dialog->windowHandle(), Qt::Key_Escape);
     };
     Use(Dlg()->CommitButton());
-    EXPECT_EQ(progress.totals, (std::vector<int>{3, 3})); // the denoise walk, one commit
+    EXPECT_EQ(progress.totals, (std::vector<int>{count, count})); // the walk, one commit
     EXPECT_TRUE(m_window->HasWindow());
-    EXPECT_FALSE(Photo(0)->edits.HasPending());
-    EXPECT_NE(FileBytes(0), before[0]);
-    for (int i : {1, 2}) {
-        EXPECT_TRUE(Photo(i)->edits.denoisePending) << i;
-        EXPECT_EQ(FileBytes(i), before[i]) << i;
+    for (int i = 0; i < count - 1; ++i) {
+        EXPECT_FALSE(Photo(i)->edits.HasPending()) << i;
+        EXPECT_NE(FileBytes(i), before[std::size_t(i)]) << i;
     }
+    const int last = count - 1;
+    EXPECT_TRUE(Photo(last)->edits.denoisePending);
+    EXPECT_EQ(FileBytes(last), before[std::size_t(last)]);
     progress.during = nullptr;
     EXPECT_TRUE(m_window->CommitChanges());
-    EXPECT_FALSE(Photo(2)->edits.HasPending());
-    EXPECT_NE(FileBytes(2), before[2]);
+    EXPECT_FALSE(Photo(last)->edits.HasPending());
+    EXPECT_NE(FileBytes(last), before[std::size_t(last)]);
     EXPECT_TRUE(m_prompt.shown.empty());
 }
 
