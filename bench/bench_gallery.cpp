@@ -2,6 +2,9 @@
 //   Writes COUNT landscape photos (4000x3000 unless given) as DIR/P0001.jpg ...:
 //   a sky, a sun and hills in a hue of their own, with fine grain, so that
 //   they compress like camera photos (a few MB each at quality 90).
+// bench_gallery run PHOTOS OUT THREADS
+//   Makes the gallery of the photos in PHOTOS (default form) in OUT with the
+//   pictures on a pool of THREADS threads, as the gallery command does.
 // bench/gallery times tivox-batch gallery and llgal on them.
 
 #include <cmath>
@@ -10,9 +13,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "gallery/gallery_command.h"
+#include "gallery/gallery_pictures.h"
+#include "gallery/gallery_writer.h"
 #include "platform/bitmap.h"
 #include "platform/jpeg_codec.h"
+#include "platform/user_seams.h"
 
 namespace {
 
@@ -85,6 +93,34 @@ int Make(const std::string& folder, int count, int width, int height) {
     return 0;
 }
 
+// Says yes to emptying the benchmark's own folder and prints the rest.
+class YesPrompt final : public IPrompt {
+public:
+    PromptAnswer Ask(const UiText& text, PromptIcon, PromptButtons, PromptAnswer,
+                     const UiText&) override {
+        std::fprintf(stderr, "%s\n", RenderUiText(text).c_str());
+        return PromptAnswer::Yes;
+    }
+};
+
+int Run(const std::string& photos, const std::string& out, int threads) {
+    std::vector<std::string> files;
+    if (!ListGalleryPictures(photos, files))
+        return 1;
+    for (std::string& name : files)
+        name = photos + "/" + name;
+    YesPrompt prompt;
+    NullBusyIndicator busy;
+    NullStepProgress progress;
+    CGalleryCommand command(prompt, busy, progress);
+    command.m_photoFolder = photos;
+    const GalleryReport report =
+        command.CreateGalleryIn(out, [&](const COperation& copies, IStepProgress& steps) {
+            return WriteGalleryPictures(files, copies, 80, steps, threads);
+        });
+    return report.outcome == GalleryOutcome::Written && report.failures.empty() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -95,6 +131,8 @@ int main(int argc, char** argv) {
             return 2;
         return Make(argv[2], std::atoi(argv[3]), width, height);
     }
-    std::fprintf(stderr, "usage: bench_gallery make DIR COUNT [WxH]\n");
+    if (mode == "run" && argc == 5)
+        return Run(argv[2], argv[3], std::atoi(argv[4]));
+    std::fprintf(stderr, "usage: bench_gallery make DIR COUNT [WxH] | run PHOTOS OUT THREADS\n");
     return 2;
 }

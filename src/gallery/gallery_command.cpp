@@ -4,8 +4,10 @@
 
 #include "acquire/file_walker.h"
 #include "gallery/gallery_folder.h"
+#include "gallery/gallery_pictures.h"
 #include "gallery/gallery_writer.h"
 #include "imageops/operation.h"
+#include "photos/edit_host.h"
 #include "platform/user_seams.h"
 
 namespace tivox {
@@ -42,6 +44,19 @@ void CGalleryCommand::Tell(const UiText& text, const char* caption) {
 
 GalleryReport CGalleryCommand::OnCreateGallery(const ApplyOperation& apply) {
     return CreateGalleryIn({}, apply);
+}
+
+GalleryReport CGalleryCommand::OnCreateGallery(const ProcessScope& scope, IEditHost& window) {
+    return CreateGalleryIn({}, scope, window);
+}
+
+GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
+                                               const ProcessScope& scope, IEditHost& window) {
+    // The photos are chosen once the questions are answered, as a walk would.
+    return CreateGalleryIn(galleryFolder, [&](const COperation& copies, IStepProgress& steps) {
+        return WriteGalleryPictures(ChosenPhotoFiles(scope, window), copies,
+                                    window.GetJpegQuality(), steps, m_threads);
+    });
 }
 
 GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,

@@ -13,11 +13,13 @@
 #include <vector>
 
 #include "gallery/gallery_form.h"
+#include "imageops/photo_pool.h"
 #include "imageops/selection_pass.h"
 #include "platform/ui_text.h"
 
 namespace tivox {
 
+class IEditHost;
 class IPrompt;
 class IBusyIndicator;
 class IStepProgress;
@@ -70,6 +72,13 @@ public:
     GalleryReport OnCreateGallery(const ApplyOperation& apply);
     // The same into a gallery folder named directly (the batch front end).
     GalleryReport CreateGalleryIn(const std::string& galleryFolder, const ApplyOperation& apply);
+    // Both with the photos that `scope` chooses of `window`, copied on
+    // m_threads threads (WriteGalleryPictures) at the window's JPEG quality.
+    GalleryReport OnCreateGallery(const ProcessScope& scope, IEditHost& window);
+    GalleryReport CreateGalleryIn(const std::string& galleryFolder, const ProcessScope& scope,
+                                  IEditHost& window);
+
+    int m_threads = PhotoPool::DefaultThreads();
 
 private:
     void Tell(const UiText& text, const char* caption);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "imageops/convolution.h"
 #include "imageops/crop_image.h"
@@ -178,11 +179,33 @@ int CImageProcessor::Resize(const COperation& operation, CPhoto& photo) {
     return 0;
 }
 
-bool CScaledCopier::Write(const std::string& photoPath,
-                          const std::vector<ScaledCopyTarget>& targets, int quality,
+namespace {
+
+// One scaled copy of a photo: the box it is fitted into and its file.
+struct ScaledCopyTarget {
+    Size box;
+    std::string path;
+};
+
+} // namespace
+
+bool CScaledCopier::Write(const COperation& operation, const std::string& photoPath, int quality,
                           UiText& error) {
-    if (targets.empty())
-        return true;
+    const auto slash = photoPath.rfind('/');
+    if (slash == std::string::npos || slash + 1 >= photoPath.size() || operation.text.empty()) {
+        error = {TIVOX_TR("ResizePhoto: filename error"), {}};
+        return false;
+    }
+    std::string folder = operation.text;
+    if (folder.back() != '/')
+        folder += '/';
+    const std::string name = photoPath.substr(slash + 1);
+    // The thumbnail last: a gallery's pages list the thumbnails, so a photo
+    // whose large picture failed stays out of them.
+    std::vector<ScaledCopyTarget> targets{{{operation.width, operation.height}, folder + name}};
+    if (operation.x > 0 && operation.y > 0)
+        targets.push_back({{operation.x, operation.y}, folder + "thumbs/" + name});
+
     // The file as it is on disc, without any of the recorded edits, fitted
     // into each box (FitInto): a 4:3 photo fills a 4:3 size, an upright one
     // keeps its shape instead of being squeezed. One decode covers the box
@@ -219,22 +242,9 @@ bool CScaledCopier::Write(const std::string& photoPath,
 }
 
 int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
-    const auto slash = photo.path.rfind('/');
-    if (slash == std::string::npos || slash + 1 >= photo.path.size())
-        return Fail({TIVOX_TR("ResizePhoto: filename error"), {}});
-    std::string folder = operation.text;
-    if (folder.back() != '/')
-        folder += '/';
-    const std::string name = photo.path.substr(slash + 1);
-    // The thumbnail last: a gallery's pages list the thumbnails, so a photo
-    // whose large picture failed stays out of them.
-    std::vector<ScaledCopyTarget> targets{{{operation.width, operation.height}, folder + name}};
-    if (operation.x > 0 && operation.y > 0)
-        targets.push_back({{operation.x, operation.y}, folder + "thumbs/" + name});
-
     UiText error;
     CScaledCopier copier;
-    if (!copier.Write(photo.path, targets, m_window ? m_window->GetJpegQuality() : 80, error))
+    if (!copier.Write(operation, photo.path, m_window ? m_window->GetJpegQuality() : 80, error))
         return Fail(std::move(error));
     return 0;
 }

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "imageops/color_matrix.h"
 #include "imageops/operation.h"
@@ -18,24 +17,18 @@ namespace tivox {
 class CPhoto;
 class IEditHost;
 
-// One scaled copy of a photo: the box it is fitted into (FitInto) and the
-// file it goes to.
-struct ScaledCopyTarget {
-    Size box;
-    std::string path;
-};
-
-// Writes scaled copies of photo files, all copies of one photo from one
+// Writes the scaled copies of photo files that a scaled-copy operation asks
+// for (see CImageProcessor::ScaledCopy), all copies of one photo from one
 // decode. Keeps its decoder and buffers from one photo to the next: one
-// object per thread.
+// object per thread; any thread.
 class CScaledCopier {
 public:
     // Decodes the photo once, at the smallest DCT scale that covers the
-    // largest of the fitted boxes, and writes each target as a JPEG of
-    // `quality`; the smaller copies are resampled from the largest. False at
-    // the first failure, with `error` naming the file and the cause.
-    bool Write(const std::string& photoPath, const std::vector<ScaledCopyTarget>& targets,
-               int quality, UiText& error);
+    // largest of the fitted boxes, and writes each copy as a JPEG of
+    // `quality`; the smaller copy is resampled from the larger. False at the
+    // first failure, with `error` naming the file and the cause.
+    bool Write(const COperation& operation, const std::string& photoPath, int quality,
+               UiText& error);
 
 private:
     CScaledLoader m_loader;
