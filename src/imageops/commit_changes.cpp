@@ -9,7 +9,6 @@
 #include "photos/edit_host.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
-#include "photos/scaled_loader.h"
 #include "platform/bitmap_recycler.h"
 #include "platform/jpeg_codec.h"
 #include "platform/user_seams.h"
@@ -18,13 +17,12 @@ namespace tivox {
 
 namespace {
 
-// What a worker's replay sees of the window: the sizes, and a recycler and
-// a loader of its own. It shows nothing, so the replay makes no thumbnail
-// (from the screen image, which is the calling thread's).
+// What a worker's replay sees of the window: the sizes, and a recycler of
+// its own. It shows nothing, so the replay makes no thumbnail (from the
+// screen image, which is the calling thread's).
 class WorkerHost final : public IEditHost {
 public:
     explicit WorkerHost(const ChangeSettings& settings) : m_settings(settings) {}
-    CScaledLoader loader;
     Size GetScreenSize() const override { return m_settings.screenSize; }
     Size GetThumbSize() const override { return m_settings.thumbSize; }
     int GetJpegQuality() const override { return m_settings.quality; }
@@ -71,14 +69,6 @@ struct Outcome {
     bool saved = false;
     UiText cause;
 };
-
-// A worker's own thumbnail from the file, through the photo's lock (as the
-// photo list's worker makes them), so that neither the calling thread nor
-// the list's worker is kept waiting.
-void RemakeThumbnail(CPhoto& photo, Size box, CScaledLoader& loader) {
-    photo.DropThumbnail();
-    photo.MakeThumbnailIfMissing(box, loader);
-}
 
 std::vector<CPhoto*> PendingPhotos(const CPhotoList& list) {
     std::vector<CPhoto*> photos;
@@ -154,8 +144,10 @@ ChangeReport CommitPhotos(const std::vector<CPhoto*>& photos, const ChangeSettin
             out.saved = photo.SaveAsJpeg(settings.quality, &host.recycler, &out.cause) != 0;
         }
         // Without a working image the thumbnail comes from the written file.
+        // It replaces whatever is there under the photo's lock, also one the
+        // list's worker made from the file before it was written.
         if (out.saved && thumbFromFile[std::size_t(item)])
-            RemakeThumbnail(photo, settings.thumbSize, host.loader);
+            photo.MakeThumbnail(settings.thumbSize);
     };
 
     ChangeReport report;
@@ -191,13 +183,9 @@ ChangeReport CommitPending(CPhotoList& list, const ChangeSettings& settings,
 ChangeReport DiscardPending(CPhotoList& list, const ChangeSettings& settings,
                             IStepProgress& progress, BitmapRecycler* recycler) {
     const std::vector<CPhoto*> photos = PendingPhotos(list);
-    const int threads = std::min(int(photos.size()), std::max(1, settings.threads));
-    std::vector<CScaledLoader> loaders(std::size_t(std::max(1, threads)));
-
     // The thumbnail comes anew from the file, made on a worker.
-    auto work = [&](int item, int worker) {
-        RemakeThumbnail(*photos[std::size_t(item)], settings.thumbSize,
-                        loaders[std::size_t(worker)]);
+    auto work = [&](int item, int) {
+        photos[std::size_t(item)]->MakeThumbnail(settings.thumbSize);
     };
     ChangeReport report;
     auto finish = [&](int item) {
@@ -208,7 +196,7 @@ ChangeReport DiscardPending(CPhotoList& list, const ChangeSettings& settings,
         // The next single view loads the working image from the file again.
         photo.DropScreenImage();
     };
-    RunSteps(report, int(photos.size()), threads, progress,
+    RunSteps(report, int(photos.size()), settings.threads, progress,
              {TIVOX_TR("Discarding the changes"), {}}, work, finish);
     return report;
 }

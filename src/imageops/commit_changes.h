@@ -4,12 +4,13 @@
 // read the same report.
 //
 // Threads: called on the user-interface thread, which alone reports progress
-// and touches the photos' screen images, edits and read errors between
-// photos. The photos themselves are decoded, edited, encoded and written on
-// a PhotoPool; a worker reaches only its own photo's full image and, through
-// the photo's lock, its thumbnail, so the photo list's thumbnail worker runs
-// on meanwhile. The list must not change while a run lasts (the progress
-// dialog keeps the user's input away).
+// and touches the photos' screen images. The photos are decoded, edited,
+// encoded and written on a PhotoPool: a worker reaches only its own photo
+// (its full image and read error, its thumbnail through the photo's lock,
+// as the photo list's thumbnail worker does, which runs on meanwhile), and
+// the calling thread leaves that photo alone until the pool gives it back.
+// The list must not change while a run lasts (the progress dialog keeps the
+// user's input away).
 
 #include <functional>
 #include <vector>

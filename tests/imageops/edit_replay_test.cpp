@@ -220,32 +220,6 @@ TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     EXPECT_EQ(broken.SaveAsJpeg(90, &recycler), 0);
 }
 
-// A photo cut off in its scan is shown (grey below the cut) but never
-// committed, which would make the grey part of the photo for good.
-TEST_F(EditTest, UnreadableOrDamagedPhotoIsNeverCommitted) {
-    test::Bytes damaged;
-    ASSERT_TRUE(test::ReadFile(test::WritePhoto(dir, "whole.jpg", 64, 48), damaged));
-    damaged = test::Truncated(damaged, damaged.size() * 2 / 3);
-    const std::pair<test::Bytes, const char*> files[] = {
-        {{'n', 'o', 't', ' ', 'a', ' ', 'j', 'p', 'e', 'g'}, kJpegUnreadable},
-        {damaged, kJpegDamaged}};
-    for (const auto& [content, cause] : files) {
-        photo.SetPath(dir.File("bad.jpg"));
-        test::WriteFile(photo.path, content);
-        photo.edits.SetBrightness(0.2f);
-        photo.edits.SetDenoise(1);
-        photo.edits.SetCrop(Rect{1, 1, 10, 10});
-        photo.ApplyEdits(editAll, window, false);
-        const Bitmap* full = photo.ApplyEdits(editAll, window, true);
-        EXPECT_TRUE(!full || full->IsEmpty());
-        EXPECT_EQ(photo.readError, cause);
-        EXPECT_EQ(photo.SaveAsJpeg(90), 0);
-        test::Bytes after;
-        ASSERT_TRUE(test::ReadFile(photo.path, after));
-        EXPECT_EQ(after, content);
-    }
-}
-
 TEST(ImageProcessor, ColourCodesBuildTheMatrixInTheirOrder) {
     CImageProcessor p;
     p.SetOperation(opBrightness, 0.10f);
