@@ -146,6 +146,9 @@ bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, bool& turn
 bool CStagedCopies::CopyTurned(int in, int out, std::size_t head, int orientation,
                                std::uint64_t& hash, bool& turned, UiText& cause) {
     std::vector<std::uint8_t> photo(m_buffer.begin(), m_buffer.begin() + long(head));
+    struct stat st {};
+    if (fstat(in, &st) == 0 && st.st_size > 0)
+        photo.reserve(std::size_t(st.st_size)); // one allocation, no copies as it grows
     for (;;) {
         const ssize_t n = ReadOn(in, m_buffer.data(), m_buffer.size());
         if (n == 0)
