@@ -115,11 +115,7 @@ int Bench4k(const std::string& folder, int count) {
     window.Create(QRect(0, 0, 3840, 2160));
     window.SetMainDlg(&owner);
     window.Configure(2, 2, 0);
-    list.SetThumbnailSize(window.GetThumbSize());
-    list.SetThumbnailBudget(std::size_t(CSettings().m_thumbnailMemory) << 20);
-    list.SetWindow(&window);
-    list.Open(folder);
-    window.SetPhotoList(&list);
+    window.OpenFolder(list, folder, std::size_t(CSettings().m_thumbnailMemory) << 20);
     window.repaint();
     const double firstFrameMs = Ms(timer);
     const Size thumb = window.GetThumbSize();
@@ -217,16 +213,12 @@ int main(int argc, char** argv) {
     QElapsedTimer timer;
     timer.start();
     // The opening order of the main dialog.
-    list.Clear();
     if (!window.HasWindow()) {
         window.Create(QRect(0, 0, 1024, 768)); // the screen of the report, on any platform
     }
     window.SetMainDlg(&owner);
     window.Configure(4, 4, 30);
-    list.SetThumbnailSize(window.GetThumbSize());
-    list.SetWindow(&window);
-    list.Open(folder);
-    window.SetPhotoList(&list);
+    window.OpenFolder(list, folder);
     window.repaint();
     const double firstFrameMs = double(timer.nsecsElapsed()) / 1e6;
     int readyAtFirstFrame = 0;

@@ -37,7 +37,8 @@ void CPhotoList::JoinWorker() {
 }
 
 void CPhotoList::Open(const std::string& folder) {
-    JoinWorker(); // a worker of an earlier opening must not see the scan
+    Clear(); // joins a worker of an earlier opening before its photos go
+    ResetCursor();
     std::string root = folder;
     if (root.empty() || root.back() != '/')
         root += '/';

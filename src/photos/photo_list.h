@@ -57,10 +57,10 @@ public:
     // The bytes all thumbnails hold now.
     std::size_t ThumbnailBytes() const;
 
-    // Scans `folder` (sorted by name, sub-folders in place, depth first,
-    // files ending in ".jpg" in any case, as ListFolder tells files and
-    // folders; no file is opened) and starts the worker. A folder that
-    // cannot be entered gives an empty list.
+    // Drops the photos of an earlier opening, scans `folder` (sorted by
+    // name, sub-folders in place, depth first, files ending in ".jpg" in any
+    // case, as ListFolder tells files and folders; no file is opened) and
+    // starts the worker. A folder that cannot be entered gives an empty list.
     void Open(const std::string& folder);
     // Stops and joins the worker, deletes every photo. The cursor stays and
     // must be reset before use.

@@ -21,18 +21,14 @@ void CFullScreenEditing::Open() {
         return;
     }
     Close();
-    m_photoList.Clear();
     if (!m_window.HasWindow()) {
         m_window.Create(m_dialog.screen());
     }
     m_window.SetMainDlg(this);
     const MainDialogFields& fields = m_dialog.Fields();
     m_window.Configure(fields.m_tilesX, fields.m_tilesY, fields.m_statusBarHeight);
-    m_photoList.SetThumbnailSize(m_window.GetThumbSize());
-    m_photoList.SetWindow(&m_window);
-    m_photoList.SetThumbnailBudget(std::size_t(fields.m_thumbnailMemory) << 20);
-    m_photoList.Open(GetPhotoFolderPath());
-    m_window.SetPhotoList(&m_photoList);
+    m_window.OpenFolder(m_photoList, GetPhotoFolderPath(),
+                        std::size_t(fields.m_thumbnailMemory) << 20);
 }
 
 bool CFullScreenEditing::MayLeave() {

@@ -120,6 +120,15 @@ void CFullScreenWnd::SetPhotoList(CPhotoList* list) {
     update();
 }
 
+void CFullScreenWnd::OpenFolder(CPhotoList& list, const std::string& folder,
+                                std::size_t thumbnailBudget) {
+    list.SetThumbnailSize(GetThumbSize());
+    list.SetWindow(this);
+    list.SetThumbnailBudget(thumbnailBudget);
+    list.Open(folder);
+    SetPhotoList(&list);
+}
+
 void CFullScreenWnd::ShowRangeToList() {
     if (!m_photoList) {
         return;

@@ -62,6 +62,10 @@ public:
     IFullScreenOwner* GetMainDlg() const { return m_mainDlg; }
     void Configure(std::uint32_t tilesX, std::uint32_t tilesY, std::uint32_t statusHeight);
     void SetPhotoList(CPhotoList* list);
+    // Opens `folder` in `list` for this window (its thumbnail size, its
+    // repaints, `thumbnailBudget` bytes of thumbnails) and shows it.
+    void OpenFolder(CPhotoList& list, const std::string& folder,
+                    std::size_t thumbnailBudget = SIZE_MAX);
     // Closing: stops the worker, clears the list (pending edits end unsaved),
     // drops the buffers and the Image Operations window, hides the window.
     void DestroyWindow();

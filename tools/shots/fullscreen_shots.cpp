@@ -19,9 +19,9 @@
 #include "photos/photo_list.h"
 #include "platform/bitmap.h"
 #include "platform/jpeg_codec.h"
+#include "shots/shot_support.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
-#include "shots/shot_support.h"
 
 namespace {
 
@@ -114,10 +114,7 @@ int main(int argc, char** argv) {
     window.Create(QRect(0, 0, 1024, 768));
     window.SetMainDlg(&owner);
     window.Configure(4, 4, 30);
-    list.SetThumbnailSize(window.GetThumbSize());
-    list.SetWindow(&window);
-    list.Open(folder.toStdString());
-    window.SetPhotoList(&list);
+    window.OpenFolder(list, folder.toStdString());
     list.WaitWorker(30000);
     shots::Settle();
 
