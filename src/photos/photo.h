@@ -87,7 +87,8 @@ public:
     std::unique_ptr<Bitmap> OpenFullImage(BitmapRecycler* recycler = nullptr,
                                           bool refuseDamaged = false);
 
-    // The file fitted into `target` (FitInto), refreshing sourceSize. The
+    // The file upright by its EXIF Orientation (as every picture of a photo
+    // is loaded) and fitted into `target` (FitInto), refreshing sourceSize. The
     // picture is never larger than the box; a small one is enlarged. A file
     // that cannot be read gives an empty bitmap and a sourceSize of 0 x 0.
     std::unique_ptr<Bitmap> LoadScaled(Size target, CScaledLoader* loader = nullptr);
@@ -120,7 +121,7 @@ public:
     std::int32_t marker = 0; // 0 none, 1 red, 2 green, 3 blue
     std::unique_ptr<Bitmap> screenImage;
     std::unique_ptr<Bitmap> fullImage;
-    Size sourceSize; // of the file's picture, refreshed by LoadScaled
+    Size sourceSize; // of the file's picture upright, refreshed by LoadScaled
     Size screenSize; // of screenImage as LoadScreenImage made it
     // Why the last load on the user-interface thread failed, as a cause for
     // ReadErrorText; empty after one that worked.
