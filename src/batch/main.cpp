@@ -27,7 +27,10 @@ const BatchCommand kCommands[] = {
     {"help", "", nullptr},
     {"exif", "FILE...", RunExif},
     {"name", "RULE FILE...", RunName},
-    {"transfer", "--card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--yes]",
+    {"transfer",
+     "--card DIR --photos DIR [--rule RULE] [--backup|--no-backup] [--upright] [--yes]\n"
+     "      --upright turns photos upright by their EXIF orientation, without loss (off unless "
+     "given)",
      RunTransfer},
     {"restore", "--photos DIR [--rule RULE] [--yes]", RunRestore},
     {"drives", "[--mountinfo FILE] [--sysfs DIR] [--labels DIR]", RunDrives},

@@ -37,6 +37,33 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
     EXPECT_EQ(FileNames(photos), FileNames(photos + "_bak"));
 }
 
+// --upright stands a photo upright as the window's box does; without it, as
+// scripts written before expect, the photo arrives as the camera wrote it.
+TEST(BatchTransfer, TurnsPhotosUprightOnlyWhenAsked) {
+    TempDir dir;
+    CameraExif exif;
+    exif.orientation = 6;
+    TestJpegOptions options = Picture(64, 48);
+    options.exif = CameraExifPayload(exif);
+    const Bytes photo = MakeJpeg(options);
+    PutFile(dir.File("card/IMG_0001.JPG"), photo);
+    MakeFolder(dir.File("base"));
+    for (const bool upright : {false, true}) {
+        std::vector<std::string> args = {"transfer", "--card",           dir.File("card"),
+                                         "--photos", dir.File("base/P"), "--no-backup",
+                                         "--yes"};
+        if (upright)
+            args.push_back("--upright");
+        std::string out;
+        EXPECT_EQ(RunBatch(args, out), 0) << out;
+        EXPECT_EQ(Contains(out, "\nPhotos turned upright: 1.\n"), upright) << out;
+        EXPECT_EQ(Contains(out, "kept their name, 1 turned upright\n"), upright) << out;
+        Bytes copy;
+        ASSERT_TRUE(ReadFile(dir.File("base/P/20040423_150053.jpg"), copy));
+        EXPECT_EQ(copy == photo, !upright);
+    }
+}
+
 TEST(BatchTransfer, AbortsWithTheMessageAndAFailureCode) {
     TempDir dir;
     const std::string card = dir.File("card"), photos = dir.File("base/P");
