@@ -257,11 +257,6 @@ CPhoto* CPhotoList::PhotoAt(int index) const {
     return photos[std::size_t(index)].get();
 }
 
-void CPhotoList::LoadScreenImageAt(int index) {
-    if (CPhoto* photo = PhotoAt(index))
-        photo->LoadScreenImage(screenSize, &m_uiLoader);
-}
-
 void CPhotoList::ResetCursor() {
     cursorNext = 0;
     cursorCurrent = -1;

@@ -76,7 +76,6 @@ public:
 
     int Count() const { return int(photos.size()); }
     CPhoto* PhotoAt(int index) const; // null outside the list
-    void LoadScreenImageAt(int index);
 
     void ResetCursor();
     int AtEnd() const;
@@ -104,8 +103,6 @@ private:
     bool MakeRoom(std::size_t rank, std::size_t need);
     void RemoveAt(std::size_t index);
     void JoinWorker();
-
-    CScaledLoader m_uiLoader; // the UI thread's decoder for screen images
 
     std::vector<std::unique_ptr<CPhoto>> photos;
     std::size_t cursorNext = 0;        // index of the next photo to deliver

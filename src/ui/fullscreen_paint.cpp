@@ -163,9 +163,15 @@ void CFullScreenWnd::PaintSinglePhoto(QPainter& painter) {
         return;
     }
     if (!photo->screenImage) {
-        m_photoList->LoadScreenImageAt(m_currentIndex);
-        if (photo->edits.HasPending()) {
-            photo->ApplyEdits(editAll, *this, false);
+        RequestScreenImage(*photo);
+        const CPhoto::ThumbnailView view = photo->ViewThumbnail();
+        if (view.image && !view.image->IsEmpty()) {
+            const Size fitted =
+                FitInto({view.image->Width(), view.image->Height()}, m_layout.GetScreenSize());
+            painter.drawImage(QRect((m_screenWidth - fitted.width) >> 1,
+                                    (m_screenHeight - fitted.height) >> 1, fitted.width,
+                                    fitted.height),
+                              Wrap(*view.image));
         }
     }
     const Bitmap* image = photo->screenImage.get();

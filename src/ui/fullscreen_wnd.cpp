@@ -133,9 +133,23 @@ void CFullScreenWnd::ShowRangeToList() {
     if (!m_photoList) {
         return;
     }
+    // Only the photo shown keeps its full-screen picture, and those whose
+    // pending edits it shows: paging through a folder must not hold them all.
+    for (int i = 0; i < m_photoList->Count(); ++i) {
+        CPhoto* photo = m_photoList->PhotoAt(i);
+        if (photo->screenImage && !photo->edits.HasPending() &&
+            (!m_singlePhoto || i != m_currentIndex)) {
+            photo->DropScreenImage();
+        }
+    }
     if (m_singlePhoto) {
         m_photoList->SetVisibleRange(m_currentIndex, 1);
+        if (const CPhoto* photo = m_photoList->PhotoAt(m_currentIndex)) {
+            RequestScreenImage(*photo);
+        }
     } else {
+        m_screenMaker.Cancel();
+        m_screenRequested.clear();
         m_photoList->SetVisibleRange(m_pageStart, m_layout.GetTilesPerPage());
     }
 }
@@ -148,6 +162,8 @@ void CFullScreenWnd::DestroyWindow() {
         m_photoList->StopWorker(200);
         m_photoList->Clear();
     }
+    m_screenMaker.Cancel();
+    m_screenRequested.clear();
     m_thumbBuffer = QImage();
     m_screenBuffer = QImage();
     m_recycler.Clear();
@@ -189,6 +205,42 @@ CPhoto* CFullScreenWnd::GetCurrentPhoto() {
     const int index =
         m_singlePhoto ? m_currentIndex : m_layout.GetIndexAt(m_mousePos) + m_pageStart;
     return m_photoList->PhotoAt(index);
+}
+
+void CFullScreenWnd::Invalidate() {
+    m_screenMaker.Cancel();
+    m_screenRequested.clear();
+    update();
+}
+
+void CFullScreenWnd::RequestScreenImage(const CPhoto& photo) {
+    if (photo.screenImage || m_screenRequested == photo.path) {
+        return;
+    }
+    m_screenRequested = photo.path;
+    m_screenMaker.Request(photo.path, m_layout.GetScreenSize());
+}
+
+void CFullScreenWnd::InstallScreenImage() {
+    ScreenImage made;
+    if (!m_screenMaker.Take(made)) {
+        return;
+    }
+    m_screenRequested.clear();
+    CPhoto* photo = m_photoList && m_singlePhoto ? m_photoList->PhotoAt(m_currentIndex) : nullptr;
+    if (!photo || photo->path != made.path || photo->screenImage) {
+        return;
+    }
+    photo->screenSize = {made.image->Width(), made.image->Height()};
+    photo->screenImage = std::move(made.image);
+    photo->sourceSize = made.source;
+    photo->readError = made.error;
+    if (photo->edits.HasPending()) {
+        // The edits are replayed from the file, as the tools show them.
+        BusyScope busy(*m_busy);
+        photo->ApplyEdits(editAll, *this, false);
+    }
+    update();
 }
 
 Bitmap* CFullScreenWnd::CurrentScreenImage() {

@@ -21,6 +21,7 @@
 #include "app/tile_layout.h"
 #include "app/tool_state.h"
 #include "photos/edit_host.h"
+#include "photos/screen_image_maker.h"
 #include "platform/bitmap_recycler.h"
 #include "platform/user_seams.h"
 
@@ -85,7 +86,9 @@ public:
     Size GetThumbSize() const override { return m_layout.GetThumbSize(); }
     int GetJpegQuality() const override;
     CPhotoList* GetPhotoList() override { return m_photoList; }
-    void Invalidate() override { update(); }
+    // A change to the photos: a picture on its way may show the file as it
+    // was.
+    void Invalidate() override;
     void InvalidateTile(int index) override;
     void BringToTop() override;
 
@@ -157,6 +160,10 @@ private:
     bool CurrentIsPortrait();
     // The picture of the photo in question, if it has one.
     Bitmap* CurrentScreenImage();
+    // The single view's picture comes from the maker's thread; until it is
+    // there the photo's thumbnail stands in, enlarged.
+    void RequestScreenImage(const CPhoto& photo);
+    void InstallScreenImage();
     void InvalidateEdges(const RectEdges& edges);
 
     int m_screenWidth = 0;
@@ -193,6 +200,12 @@ private:
     IBusyIndicator* m_busy = nullptr;
     std::unique_ptr<IStepProgress> m_qtStepProgress;
     IStepProgress* m_stepProgress = nullptr;
+    std::string m_screenRequested; // the photo whose picture is on its way
+    // Last: its thread must end before anything it reports to goes.
+    CScreenImageMaker m_screenMaker{[this] {
+        QMetaObject::invokeMethod(
+            this, [this] { InstallScreenImage(); }, Qt::QueuedConnection);
+    }};
 };
 
 } // namespace tivox

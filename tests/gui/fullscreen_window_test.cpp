@@ -98,6 +98,15 @@ TEST_F(FullScreenWindow, MarkingAndTheViewChange) {
     EXPECT_EQ(m_window->CurrentIndex(), 0); // wrapped
     Key(Qt::Key_Up);
     EXPECT_EQ(m_window->CurrentIndex(), 19);
+    // The picture is decoded on another thread: a paint does not wait for
+    // it. Only the photo shown keeps its picture.
+    m_window->repaint();
+    EXPECT_EQ(m_list.PhotoAt(19)->screenImage, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_list.PhotoAt(19)->screenImage != nullptr; }));
+    Key(Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_list.PhotoAt(0)->screenImage != nullptr; }));
+    EXPECT_EQ(m_list.PhotoAt(19)->screenImage, nullptr);
+    Key(Qt::Key_Up);
     // Back to the page that holds the photo.
     DoubleClick(500, 500);
     EXPECT_FALSE(m_window->IsSinglePhoto());
