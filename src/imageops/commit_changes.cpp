@@ -86,16 +86,7 @@ void RunSteps(ChangeReport& report, int count, int threads, IStepProgress& progr
     report.photos = count;
     StepScope steps(progress, count, title);
     PhotoPool pool(count, std::forward<Work>(work), threads);
-    bool stepping = true;
-    for (int item = pool.WaitNext(); item >= 0; item = pool.WaitNext()) {
-        finish(item);
-        ++report.done;
-        // The photos in hand still finish; no other starts.
-        if (stepping && !steps.Step(report.done) && report.done < count) {
-            pool.Cancel();
-            stepping = false;
-        }
-    }
+    report.done = CollectSteps(pool, steps, count, finish);
     report.cancelled = report.done < count;
 }
 

@@ -49,6 +49,7 @@ void PhotoPool::Run(int worker) {
             return;
         const int item = m_next++;
         ++m_running;
+        m_finished.notify_all(); // a WaitNext may wait for this start
         lock.unlock();
         m_work(item, worker);
         lock.lock();
@@ -60,11 +61,16 @@ void PhotoPool::Run(int worker) {
 
 int PhotoPool::WaitNext() {
     std::unique_lock lock(m_lock);
-    // The item given last is dealt with: room for the next start.
+    // The item given last is dealt with: its place goes to the next start,
+    // which happens before the next item is given, so that a cancel meets
+    // the same number of items started whatever the timing.
     m_held = 0;
     m_room.notify_one();
     m_finished.wait(lock, [this] {
-        return !m_done.empty() || (m_running == 0 && (m_cancelled || m_next >= m_count));
+        const bool startsOver = m_cancelled || m_next >= m_count;
+        if (m_done.empty())
+            return m_running == 0 && startsOver;
+        return startsOver || m_running + int(m_done.size()) >= m_size;
     });
     if (m_done.empty())
         return -1;

@@ -3,9 +3,10 @@
 // handed out in rising order, each to the next free worker. The thread that
 // made the pool collects the finished items one at a time, so that it alone
 // reports progress and touches the window, and may stop the run between
-// items: an item not started by then never is. Workers run at most as many
-// items ahead of it as there are workers: a cancel after the first finished
-// item leaves exactly the first Threads() items done.
+// items: an item not started by then never is. Workers run exactly as many
+// items ahead of it as there are workers (while items are left): a cancel
+// while the k-th finished item is dealt with leaves exactly the first
+// k + Threads() - 1 items done, whatever the timing.
 //
 // The work function runs on the workers; it must reach only what its own
 // item owns (or what is locked). Whatever it leaves for the calling thread
@@ -17,6 +18,8 @@
 #include <mutex>
 #include <thread>
 #include <vector>
+
+#include "platform/user_seams.h"
 
 namespace tivox {
 
@@ -61,6 +64,25 @@ private:
     std::deque<int> m_done;              // finished, not yet given out
     std::vector<std::jthread> m_threads; // last: joined before the rest goes
 };
+
+// Gives each item of `pool` to `finish` on this thread as it finishes and
+// counts it as one step of `steps`, out of `total`. When a step is refused
+// (the user cancelled) the pool starts no other item; those in hand still
+// finish and are given. Gives the number of items finished.
+template <class Finish>
+int CollectSteps(PhotoPool& pool, StepScope& steps, int total, Finish&& finish) {
+    int done = 0;
+    bool stepping = true;
+    for (int item = pool.WaitNext(); item >= 0; item = pool.WaitNext()) {
+        finish(item);
+        ++done;
+        if (stepping && !steps.Step(done) && done < total) {
+            pool.Cancel();
+            stepping = false;
+        }
+    }
+    return done;
+}
 
 // True on a worker of a pool of more than one thread. Such a worker already
 // shares the cores with its siblings, so its pixel passes stay whole.

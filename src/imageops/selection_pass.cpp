@@ -4,6 +4,8 @@
 #include <string>
 
 #include "imageops/image_processor.h"
+#include "imageops/lossless_transform.h"
+#include "imageops/photo_pool.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
@@ -29,8 +31,45 @@ int CountChosen(const ProcessScope& scope, IEditHost& window) {
     return count;
 }
 
+namespace {
+
+bool IsLossless(std::int32_t code) {
+    return code >= opRotateLeft && code <= opMirrorVertical;
+}
+
+// Turns and mirrors of many photos on the pool: each worker rewrites its
+// photo's file and makes its thumbnail anew (the turn swaps width and
+// height); this thread reloads the working images that are there.
+void TurnOnPool(std::int32_t code, const std::vector<CPhoto*>& photos, IEditHost& window,
+                StepScope& steps, int threads, PassResult& result) {
+    const Size thumb = window.GetThumbSize();
+    const Size screen = window.GetScreenSize();
+    std::vector<UiText> errors(photos.size());
+    std::vector<char> failed(photos.size());
+    PhotoPool pool(
+        int(photos.size()),
+        [&](int item, int) {
+            CPhoto& photo = *photos[std::size_t(item)];
+            failed[std::size_t(item)] =
+                LosslessTransformPath(code, photo.path, errors[std::size_t(item)]) != 0;
+            photo.MakeThumbnail(thumb);
+        },
+        threads);
+    const int done = CollectSteps(pool, steps, int(photos.size()), [&](int item) {
+        CPhoto& photo = *photos[std::size_t(item)];
+        if (failed[std::size_t(item)])
+            result.failures.push_back(errors[std::size_t(item)]);
+        if (photo.screenImage)
+            photo.LoadScreenImage(screen);
+    });
+    result.cancelled = done < int(photos.size());
+}
+
+} // namespace
+
 PassResult RunPass(const COperation& operation, const ProcessScope& scope,
-                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress) {
+                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress,
+                   int threads) {
     PassResult result;
     auto run = [&](CPhoto* photo, bool batch) {
         if (processor.Execute(operation, photo, batch) != 0)
@@ -42,18 +81,26 @@ PassResult RunPass(const COperation& operation, const ProcessScope& scope,
     } else if (CPhotoList* list = window.GetPhotoList()) {
         const int total = CountChosen(scope, window);
         StepScope steps(progress, total, {TIVOX_TR("Processing the photos"), {}});
-        int done = 0;
-        list->ResetCursor();
-        while (!list->AtEnd()) {
-            CPhoto* photo = list->NextPhoto();
-            if (!photo || !scope.Chooses(photo->marker))
-                continue;
-            run(photo, true);
-            // Events run in Step; the list's cursor is an index, so a list
-            // emptied meanwhile only ends the walk.
-            if (!steps.Step(++done) && done < total) {
-                result.cancelled = true;
-                break;
+        if (IsLossless(operation.code)) {
+            std::vector<CPhoto*> chosen;
+            for (int i = 0; i < list->Count(); ++i)
+                if (CPhoto* photo = list->PhotoAt(i); photo && scope.Chooses(photo->marker))
+                    chosen.push_back(photo);
+            TurnOnPool(operation.code, chosen, window, steps, threads, result);
+        } else {
+            int done = 0;
+            list->ResetCursor();
+            while (!list->AtEnd()) {
+                CPhoto* photo = list->NextPhoto();
+                if (!photo || !scope.Chooses(photo->marker))
+                    continue;
+                run(photo, true);
+                // Events run in Step; the list's cursor is an index, so a
+                // list emptied meanwhile only ends the walk.
+                if (!steps.Step(++done) && done < total) {
+                    result.cancelled = true;
+                    break;
+                }
             }
         }
     }

@@ -2,11 +2,13 @@
 // The walk that hands one operation to the processor for each photo the
 // "Process:" boxes choose: the current photo alone, or every photo of the
 // list that "All" or its colour marker picks. The Image Operations window
-// and the gallery command both run it. User-interface thread only.
+// and the gallery command both run it. User-interface thread only (turns
+// and mirrors of many photos run on a photo pool meanwhile).
 
 #include <vector>
 
 #include "imageops/operation.h"
+#include "imageops/photo_pool.h"
 #include "platform/ui_text.h"
 
 namespace tivox {
@@ -43,9 +45,12 @@ int CountChosen(const ProcessScope& scope, IEditHost& window);
 
 // Runs `operation` on the chosen photos. A walk over the list counts each
 // chosen photo as one step of `progress` and stops between two photos when
-// the user cancels; a failure does not stop it. Last the window is repainted.
+// the user cancels; a failure does not stop it. Turns and mirrors of a walk
+// run on a PhotoPool of `threads`, so a cancel leaves the photos in hand
+// done. Last the window is repainted.
 PassResult RunPass(const COperation& operation, const ProcessScope& scope,
-                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress);
+                   CImageProcessor& processor, IEditHost& window, IStepProgress& progress,
+                   int threads = PhotoPool::DefaultThreads());
 
 // Tells all failures of a command in one message, caption "Error": a single
 // one as it is, several as a list (the same text once). Nothing without any.

@@ -41,26 +41,29 @@ TEST(PhotoPool, RunsEveryItemOnceAndGivesEachFinishOnce) {
     EXPECT_EQ(none.WaitNext(), -1);
 }
 
-// Workers run no further ahead of the calling thread than their number, so
-// a cancel while the first finished item is dealt with leaves exactly the
-// first Threads() items done, whatever the timing.
-TEST(PhotoPool, CancelAfterTheFirstItemLeavesExactlyOnePerWorkerDone) {
-    for (const int threads : {1, 2, 3}) {
-        std::vector<std::atomic<int>> runs(8);
-        PhotoPool pool(
-            8, [&](int item, int) { runs[std::size_t(item)].fetch_add(1); }, threads);
-        std::vector<int> given{pool.WaitNext()};
-        pool.Cancel();
-        for (int item = pool.WaitNext(); item >= 0; item = pool.WaitNext())
-            given.push_back(item);
-        std::sort(given.begin(), given.end());
-        std::vector<int> expected;
-        for (int i = 0; i < threads; ++i)
-            expected.push_back(i);
-        EXPECT_EQ(given, expected) << threads;
-        for (std::size_t i = std::size_t(threads); i < runs.size(); ++i)
-            EXPECT_EQ(runs[i].load(), 0) << threads << " threads, item " << i;
-    }
+// Workers run as many items ahead of the calling thread as they are, so a
+// cancel while the k-th finished item is dealt with leaves exactly the first
+// k + threads - 1 items done, whatever the timing.
+TEST(PhotoPool, CancelLeavesTheSameItemsDoneWhateverTheTiming) {
+    for (const int threads : {1, 2, 3})
+        for (const int k : {1, 2}) {
+            std::vector<std::atomic<int>> runs(8);
+            PhotoPool pool(
+                8, [&](int item, int) { runs[std::size_t(item)].fetch_add(1); }, threads);
+            std::vector<int> given;
+            for (int i = 0; i < k; ++i)
+                given.push_back(pool.WaitNext());
+            pool.Cancel();
+            for (int item = pool.WaitNext(); item >= 0; item = pool.WaitNext())
+                given.push_back(item);
+            std::sort(given.begin(), given.end());
+            std::vector<int> expected;
+            for (int i = 0; i < k + threads - 1; ++i)
+                expected.push_back(i);
+            EXPECT_EQ(given, expected) << threads << " threads, cancel at " << k;
+            for (std::size_t i = expected.size(); i < runs.size(); ++i)
+                EXPECT_EQ(runs[i].load(), 0) << threads << " threads, item " << i;
+        }
 }
 
 TEST(PhotoPool, WorkersOfTwoOrMoreKeepTheirPixelPassesWhole) {
