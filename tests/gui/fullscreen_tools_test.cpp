@@ -262,14 +262,13 @@ public:
     std::function<void()> during;
 };
 
-TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPendingAndUntouched) {
-    // Each worker of the commit holds one photo when the user cancels: those
-    // are written, the last one is not.
+// Which photos a cancelled commit leaves is the core's to test; here the
+// window's part: the dialog, and the user's input kept from the window.
+TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPending) {
+    // Each worker of the commit holds one photo when the user cancels.
     const int count = PhotoPool::DefaultThreads() + 1;
     WritePhotos(count, 320, 240, 0x606060);
-    std::vector<Bytes> before;
-    for (int i = 0; i < count; ++i)
-        before.push_back(FileBytes(i));
+    const Bytes lastBefore = FileBytes(count - 1);
     UserDuringProgress progress(m_window.get());
     m_window->SetStepProgress(&progress);
     ShowSingle(0);
@@ -292,17 +291,9 @@ TEST_F(FullScreenTools, CancelledCommitLeavesTheLaterPhotosPendingAndUntouched) 
     Use(Dlg()->CommitButton());
     EXPECT_EQ(progress.totals, (std::vector<int>{count, count})); // the walk, one commit
     EXPECT_TRUE(m_window->HasWindow());
-    for (int i = 0; i < count - 1; ++i) {
-        EXPECT_FALSE(Photo(i)->edits.HasPending()) << i;
-        EXPECT_NE(FileBytes(i), before[std::size_t(i)]) << i;
-    }
-    const int last = count - 1;
-    EXPECT_TRUE(Photo(last)->edits.denoisePending);
-    EXPECT_EQ(FileBytes(last), before[std::size_t(last)]);
-    progress.during = nullptr;
-    EXPECT_TRUE(m_window->CommitChanges());
-    EXPECT_FALSE(Photo(last)->edits.HasPending());
-    EXPECT_NE(FileBytes(last), before[std::size_t(last)]);
+    EXPECT_FALSE(Photo(0)->edits.HasPending());
+    EXPECT_TRUE(Photo(count - 1)->edits.denoisePending);
+    EXPECT_EQ(FileBytes(count - 1), lastBefore);
     EXPECT_TRUE(m_prompt.shown.empty());
 }
 
