@@ -129,47 +129,27 @@ Bytes MakeJpeg(const TestJpegOptions& o) {
     return out;
 }
 
-namespace {
-
-// Where the stored pixel (x, y) shows: the first stored row stands on the
-// top (1, 2), bottom (3, 4), left (5, 8) or right (6, 7); the first stored
-// column on the left (1, 4), right (2, 3), top (5, 6) or bottom (7, 8).
-void ShownAt(int o, int x, int y, int storedW, int storedH, int& sx, int& sy) {
-    if (o <= 4) {
-        sx = (o == 2 || o == 3) ? storedW - 1 - x : x;
-        sy = (o == 3 || o == 4) ? storedH - 1 - y : y;
-    } else {
-        sx = (o == 6 || o == 7) ? storedH - 1 - y : y;
-        sy = (o == 7 || o == 8) ? storedW - 1 - x : x;
-    }
-}
-
-Bitmap Remap(const Bitmap& from, int o, bool toShown) {
-    const bool swaps = o >= 5;
-    const int w = swaps ? from.Height() : from.Width(), h = swaps ? from.Width() : from.Height();
-    Bitmap to;
-    to.Reset(w, h);
-    const Bitmap& stored = toShown ? from : to;
-    for (int y = 0; y < stored.Height(); ++y)
-        for (int x = 0; x < stored.Width(); ++x) {
-            int sx = 0, sy = 0;
-            ShownAt(o, x, y, stored.Width(), stored.Height(), sx, sy);
-            if (toShown)
-                to.SetPixel(sx, sy, from.PixelAt(x, y));
-            else
-                to.SetPixel(x, y, from.PixelAt(sx, sy));
+Bitmap Shown(const Bitmap& stored, int o) {
+    // The first stored row stands on the top (1, 2), bottom (3, 4), left
+    // (5, 8) or right (6, 7); the first stored column on the left (1, 4),
+    // right (2, 3), top (5, 6) or bottom (7, 8).
+    const int w = stored.Width(), h = stored.Height();
+    Bitmap shown;
+    shown.Reset(o >= 5 ? h : w, o >= 5 ? w : h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const int across = o >= 5 ? y : x, down = o >= 5 ? x : y;
+            const bool flipAcross = o == 2 || o == 3 || o == 6 || o == 7;
+            const bool flipDown = o == 3 || o == 4 || o == 7 || o == 8;
+            shown.SetPixel(flipAcross ? shown.Width() - 1 - across : across,
+                           flipDown ? shown.Height() - 1 - down : down, stored.PixelAt(x, y));
         }
-    return to;
+    return shown;
 }
 
-} // namespace
-
-Bitmap Shown(const Bitmap& stored, int orientation) {
-    return Remap(stored, orientation, true);
-}
-
-Bitmap Stored(const Bitmap& upright, int orientation) {
-    return Remap(upright, orientation, false);
+Bitmap Stored(const Bitmap& upright, int o) {
+    // Turning right and turning left undo each other; the rest undo themselves.
+    return Shown(upright, o == 6 ? 8 : o == 8 ? 6 : o);
 }
 
 Bytes CameraJpeg(const Bitmap& upright, int orientation) {
