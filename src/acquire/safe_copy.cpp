@@ -13,6 +13,7 @@
 
 #include "acquire/file_walker.h"
 #include "acquire/upright_photo.h"
+#include "exif/exif_orientation.h"
 
 namespace tivox {
 
@@ -128,7 +129,7 @@ bool CStagedCopies::CopyAndHash(int in, int out, std::uint64_t& hash, bool& turn
         // a photo that asks for a turn leaves this loop, which streams the
         // rest as before.
         if (head) {
-            const int orientation = HeadOrientation(m_buffer.data(), std::size_t(n));
+            const int orientation = JpegOrientation(m_buffer.data(), std::size_t(n));
             if (orientation > 1)
                 return CopyTurned(in, out, std::size_t(n), orientation, hash, turned, cause);
             head = false;

@@ -1,17 +1,13 @@
 #pragma once
-// Standing a photo upright on its way from the card: the EXIF Orientation
-// read from the head of its bytes, and the one lossless turn that makes the
-// pixels stand as the tag says, with the tag then set to 1. Any thread.
+// Standing a photo upright on its way from the card: the one lossless turn
+// that makes the pixels stand as the tag says, with the tag then set to 1.
+// Any thread.
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace tivox {
-
-// The Orientation tag of the EXIF data in the head of JPEG bytes (the first
-// bytes of a file do, when they hold its EXIF section); 0 when there is none.
-int HeadOrientation(const std::uint8_t* data, std::size_t size);
 
 // `jpeg`, stored as `orientation` says, turned upright into `out` without
 // loss, its EXIF data made true (Orientation 1, the pixel sizes, the

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "exif/exif_orientation.h"
 #include "exif/exif_update.h"
 #include "photos/edit_host.h"
 #include "photos/photo.h"

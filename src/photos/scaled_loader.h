@@ -24,10 +24,6 @@
 
 namespace tivox {
 
-// The EXIF Orientation (1 to 8) of JPEG data, from the first EXIF section of
-// its head; 1 when there is none or its value is no orientation.
-int JpegOrientation(const std::uint8_t* data, std::size_t size);
-
 class CScaledLoader {
 public:
     // Decodes `path` upright and fitted into `target` (FitInto) into `out`,

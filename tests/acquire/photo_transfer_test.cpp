@@ -12,6 +12,7 @@
 #include "acquire/photo_transfer.h"
 #include "acquire/upright_photo.h"
 #include "acquire_fixture.h"
+#include "exif/exif_orientation.h"
 #include "platform/jpeg_codec.h"
 #include "support/batch_runner.h"
 #include "support/photo_pixels.h"
@@ -434,7 +435,7 @@ TEST(PhotoTransfer, PhotosArriveUprightWhereTheTurnLosesNothing) {
                   std::pair(expected.Width(), expected.Height()));
         EXPECT_GT(Psnr(arrived, expected), 50);
         EXPECT_EQ(exiftool ? Capture("exiftool -n -s3 -Orientation " + ShellQuote(path)).output
-                           : std::to_string(HeadOrientation(copy.data(), copy.size())) + "\n",
+                           : std::to_string(JpegOrientation(copy.data(), copy.size())) + "\n",
                   "1\n");
     }
 }

@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "edit_fixture.h"
+#include "exif/exif_orientation.h"
 #include "imageops/crop_image.h"
 #include "imageops/lossless_transform.h"
 #include "imageops/operation.h"
