@@ -97,7 +97,7 @@ bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::stri
     }
     if (ReadWholeFile(photoPath, original, error)) {
         CopyMetadataSections(original, bytes);
-        UpdateExifToPicture(bytes, {&image, {}, 0}, error);
+        UpdateExifToPicture(bytes, {&image, {}, 1}, error); // the pixels stand upright
     }
     UiText failure;
     if (WriteFileDurably(out, bytes.data(), bytes.size(), failure))
