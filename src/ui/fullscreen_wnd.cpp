@@ -213,8 +213,24 @@ void CFullScreenWnd::Invalidate() {
     update();
 }
 
+void CFullScreenWnd::WorkProgress::Begin(int total, const UiText& title) {
+    // The workers change photos that the single view's picture would be
+    // installed in: none comes in until they are done.
+    ++m_depth;
+    m_window.m_screenMaker.Cancel();
+    m_window.m_screenRequested.clear();
+    m_window.m_stepProgress->Begin(total, title);
+}
+
+void CFullScreenWnd::WorkProgress::End() {
+    m_window.m_stepProgress->End();
+    if (--m_depth == 0) {
+        m_window.update(); // which asks again for a picture still missing
+    }
+}
+
 void CFullScreenWnd::RequestScreenImage(const CPhoto& photo) {
-    if (photo.screenImage || m_screenRequested == photo.path) {
+    if (photo.screenImage || m_screenRequested == photo.path || m_workProgress.Running()) {
         return;
     }
     m_screenRequested = photo.path;
@@ -223,7 +239,7 @@ void CFullScreenWnd::RequestScreenImage(const CPhoto& photo) {
 
 void CFullScreenWnd::InstallScreenImage() {
     ScreenImage made;
-    if (!m_screenMaker.Take(made)) {
+    if (!m_screenMaker.Take(made) || m_workProgress.Running()) {
         return;
     }
     m_screenRequested.clear();

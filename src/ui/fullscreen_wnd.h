@@ -79,7 +79,9 @@ public:
     // The count with Cancel of work over many photos. Null: a progress
     // dialog over this window.
     void SetStepProgress(IStepProgress* progress);
-    IStepProgress& StepProgress() { return *m_stepProgress; }
+    // Every long work over the photos runs under this progress; while it
+    // runs, no picture of the single view comes in from the side.
+    IStepProgress& StepProgress() { return m_workProgress; }
 
     // IEditHost.
     Size GetScreenSize() const override { return m_layout.GetScreenSize(); }
@@ -200,6 +202,20 @@ private:
     IBusyIndicator* m_busy = nullptr;
     std::unique_ptr<IStepProgress> m_qtStepProgress;
     IStepProgress* m_stepProgress = nullptr;
+    // Counts the runs of long work around the progress seam in use.
+    class WorkProgress final : public IStepProgress {
+    public:
+        explicit WorkProgress(CFullScreenWnd& window) : m_window(window) {}
+        void Begin(int total, const UiText& title) override;
+        bool Step(int done) override { return m_window.m_stepProgress->Step(done); }
+        void End() override;
+        bool Running() const { return m_depth > 0; }
+
+    private:
+        CFullScreenWnd& m_window;
+        int m_depth = 0;
+    };
+    WorkProgress m_workProgress{*this};
     std::string m_screenRequested; // the photo whose picture is on its way
     // Last: its thread must end before anything it reports to goes.
     CScreenImageMaker m_screenMaker{[this] {
