@@ -12,8 +12,6 @@
 #include "acquire/file_walker.h"
 #include "batch/batch_command.h"
 #include "gallery/gallery_command.h"
-#include "imageops/image_processor.h"
-#include "imageops/selection_pass.h"
 #include "photos/edit_host.h"
 #include "photos/photo_list.h"
 #include "platform/user_seams.h"
@@ -106,8 +104,6 @@ int RunGallery(const Args& arguments) {
     list.Open(photos);
     list.StopWorker(1000); // no thumbnails wanted here
     FolderHost host(list, quality);
-    CImageProcessor processor;
-    processor.SetWindow(&host);
     ReportingPrompt prompt(force);
     NullBusyIndicator busy;
     NullStepProgress progress;
@@ -118,10 +114,7 @@ int RunGallery(const Args& arguments) {
     CGalleryCommand command(prompt, busy, progress);
     command.m_form = form;
     command.m_photoFolder = photos;
-    const GalleryReport report =
-        command.CreateGalleryIn(out, [&](const COperation& op, IStepProgress& steps) {
-            return RunPass(op, scope, processor, host, steps);
-        });
+    const GalleryReport report = command.CreateGalleryIn(out, scope, host);
 
     switch (report.outcome) {
     case GalleryOutcome::Written:

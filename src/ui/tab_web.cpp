@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 
 #include "controls/icon_button.h"
-#include "imageops/selection_pass.h"
 #include "ui/fullscreen_wnd.h"
 #include "ui/image_ops_dlg.h"
 #include "ui/qt_seams.h"
@@ -103,11 +102,9 @@ GalleryReport CWebPage::OnCreateGallery() {
         ReadControls();
         command.m_form = m_form;
     };
-    // The command tells the failures of both walks at its end.
-    const GalleryReport report =
-        command.OnCreateGallery([this, window](const COperation& op, IStepProgress& steps) {
-            return RunPass(op, m_dlg->Scope(), m_dlg->Processor(), *window, steps);
-        });
+    // Both pictures of each photo come from one decode, on both cores; the
+    // command tells the failures at its end.
+    const GalleryReport report = command.OnCreateGallery(m_dlg->Scope(), *window);
     window->Invalidate();
     return report;
 }
