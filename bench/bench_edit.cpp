@@ -24,12 +24,13 @@
 
 #include <unistd.h>
 
+#include "imageops/apply_edits.h"
 #include "imageops/color_matrix.h"
 #include "imageops/convolution.h"
 #include "imageops/denoise_filter.h"
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
-#include "photos/edit_host.h"
+#include "photos/headless_host.h"
 #include "photos/photo.h"
 #include "platform/atomic_file.h"
 #include "platform/bitmap_recycler.h"
@@ -39,21 +40,8 @@
 namespace tivox {
 namespace {
 
-constexpr float kBrightness = 0.10f, kContrast = 1.20f, kSharpness = 0.50f, kGamma = 0.80f,
-                kSaturation = 1.30f;
-
-class BenchHost final : public IEditHost {
-public:
-    Size GetScreenSize() const override { return Size{1920, 1080}; }
-    Size GetThumbSize() const override { return Size{160, 120}; }
-    int GetJpegQuality() const override { return 80; }
-    CPhotoList* GetPhotoList() override { return nullptr; }
-    void Invalidate() override {}
-    void InvalidateTile(int) override {}
-    void BringToTop() override {}
-    BitmapRecycler* GetBitmapRecycler() override { return &recycler; }
-    BitmapRecycler recycler;
-};
+constexpr ColorSettings kColor{0.10f, 1.20f, 0.50f, 0.80f, 1.30f, false, false};
+constexpr float kSharpness = kColor.sharpness, kGamma = kColor.gamma;
 
 double Seconds(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
@@ -113,11 +101,9 @@ int Make(const std::string& out, const char* source) {
 }
 
 ColorMatrix BenchMatrix() {
-    ColorMatrix m = ColorMatrix::Identity();
-    MultiplyMatrix(m, BrightnessMatrix(kBrightness));
-    MultiplyMatrix(m, ContrastMatrix(kContrast));
-    MultiplyMatrix(m, SaturationMatrix(kSaturation));
-    return m;
+    CImageProcessor processor;
+    processor.SetColor(kColor);
+    return processor.m_colorMatrix;
 }
 
 // The same operations in ImageMagick's words. Its colour matrix works on
@@ -196,9 +182,14 @@ int Run(const std::string& file, int runs) {
     const fs::path work = fs::temp_directory_path() / ("bench_edit_" + std::to_string(::getpid()));
     fs::create_directories(work);
     const std::string target = (work / "photo.jpg").string();
-    BenchHost host;
+    HeadlessHost host;
+    host.screen = {1920, 1080};
+    host.thumb = {160, 120};
+    host.keepsBuffers = true;
     CPhoto photo;
     photo.SetPath(target);
+    CImageProcessor colour;
+    colour.SetColor(kColor);
     auto prepare = [&] {
         fs::copy_file(file, target, fs::copy_options::overwrite_existing);
         // The copy's own writing is not the commit's to pay for.
@@ -206,13 +197,7 @@ int Run(const std::string& file, int runs) {
         photo.LoadScreenImage(host.GetScreenSize()); // the photo is on the screen
         CPendingEdits& e = photo.edits;
         e.Clear();
-        e.SetBrightness(kBrightness);
-        e.SetContrast(kContrast);
-        e.SetSharpness(kSharpness);
-        e.SetGamma(kGamma);
-        e.SetSaturation(kSaturation);
-        e.SetGrayscale(0);
-        e.SetNegative(0);
+        colour.RecordColor(&photo);
         e.SetDenoise(1);
     };
 
@@ -227,9 +212,9 @@ int Run(const std::string& file, int runs) {
                          }));
         prepare();
         commit = std::min(commit, Seconds([&] {
-                              applyBest =
-                                  std::min(applyBest,
-                                           Seconds([&] { photo.ApplyEdits(editAll, host, true); }));
+                              applyBest = std::min(applyBest, Seconds([&] {
+                                                       ApplyEdits(photo, editAll, host, true);
+                                                   }));
                               saved = saved && photo.SaveAsJpeg(80, host.GetBitmapRecycler()) == 1;
                           }));
     }
@@ -257,8 +242,8 @@ int Run(const std::string& file, int runs) {
     std::printf("magick_args %s\n", MagickArguments().c_str());
     std::printf("batch_args --brightness %.2f --contrast %.2f --sharpness %.2f --gamma %.2f "
                 "--saturation %.2f --denoise\n",
-                double(kBrightness), double(kContrast), double(kSharpness), double(kGamma),
-                double(kSaturation));
+                double(kColor.brightness), double(kColor.contrast), double(kSharpness),
+                double(kGamma), double(kColor.saturation));
     return 0;
 }
 

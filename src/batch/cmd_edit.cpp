@@ -13,10 +13,9 @@
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"
-#include "photos/edit_host.h"
+#include "photos/headless_host.h"
 #include "photos/photo.h"
 #include "platform/atomic_file.h"
-#include "platform/bitmap_recycler.h"
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
 #include "platform/user_seams.h"
@@ -25,40 +24,16 @@ namespace tivox::batch {
 
 namespace {
 
-// The window as far as the edits need it: one photo on a screen.
-class EditHost final : public IEditHost {
-public:
-    EditHost(Size screen, int quality, CPhoto& photo)
-        : m_screen(screen), m_quality(quality), m_photo(photo) {}
-    Size GetScreenSize() const override { return m_screen; }
-    Size GetThumbSize() const override { return Size{120, 88}; }
-    int GetJpegQuality() const override { return m_quality; }
-    CPhotoList* GetPhotoList() override { return nullptr; }
-    void Invalidate() override {}
-    void InvalidateTile(int) override {}
-    void BringToTop() override {}
-    CPhoto* GetCurrentPhoto() override { return &m_photo; }
-    BitmapRecycler* GetBitmapRecycler() override { return &m_recycler; }
-    // Only the file is written: the edits go straight to the commit.
-    bool ShowsPreviews() const override { return false; }
-
-private:
-    Size m_screen;
-    int m_quality;
-    CPhoto& m_photo;
-    BitmapRecycler m_recycler;
-};
-
 // A slider: its code, option, and range of positions (value = position * 0.01).
 struct Slider {
     std::int32_t code;
     const char* option;
-    int lowest, highest, neutral;
+    int lowest, highest;
 };
 constexpr Slider kSliders[] = {
-    {opBrightness, "--brightness", -60, 60, 0},  {opContrast, "--contrast", 60, 300, 100},
-    {opSharpness, "--sharpness", 0, 100, 0},     {opGamma, "--gamma", 10, 200, 100},
-    {opSaturation, "--saturation", 0, 300, 100},
+    {opBrightness, "--brightness", -60, 60}, {opContrast, "--contrast", 60, 300},
+    {opSharpness, "--sharpness", 0, 100},    {opGamma, "--gamma", 10, 200},
+    {opSaturation, "--saturation", 0, 300},
 };
 
 bool ParseInts(const std::string& text, std::vector<int>& values, std::size_t count) {
@@ -111,11 +86,10 @@ bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::stri
 int RunEdit(const Args& input) {
     Args args = input;
     // Slider values as positions, so they become the very floats a slider gives.
-    int positions[5];
+    ColorSettings settings;
     bool colour = false;
     for (int i = 0; i < 5; ++i) {
         const Slider& s = kSliders[i];
-        positions[i] = s.neutral;
         std::string text;
         if (!TakeOption(args, s.option, text))
             continue;
@@ -126,12 +100,12 @@ int RunEdit(const Args& input) {
         if (position < s.lowest || position > s.highest)
             return Fail(std::string(s.option) + " takes " + std::to_string(s.lowest / 100.0) +
                         " to " + std::to_string(s.highest / 100.0));
-        positions[i] = int(position);
+        settings.Set(s.code, float(position) * 0.01f);
         colour = true;
     }
-    const bool grayscale = TakeFlag(args, "--grayscale");
-    const bool negative = TakeFlag(args, "--negative");
-    colour = colour || grayscale || negative;
+    settings.grayscale = TakeFlag(args, "--grayscale");
+    settings.negative = TakeFlag(args, "--negative");
+    colour = colour || settings.grayscale || settings.negative;
     const bool denoise = TakeFlag(args, "--denoise");
 
     std::vector<Point> redEyes;
@@ -166,7 +140,13 @@ int RunEdit(const Args& input) {
 
     CPhoto photo;
     photo.SetPath(args[0]);
-    EditHost host(screen, quality, photo);
+    // Only the file is written: the edits go straight to the commit.
+    HeadlessHost host;
+    host.screen = screen;
+    host.quality = quality;
+    host.current = &photo;
+    host.showsPreviews = false;
+    host.keepsBuffers = true;
     // The photo as the window shows it alone, where edits are drawn on the
     // screen; the other edits are only recorded, and the commit reads the file.
     if (crop || !redEyes.empty()) {
@@ -192,18 +172,8 @@ int RunEdit(const Args& input) {
         return kExitFailure;
     if (resize.width > 0 && !execute(COperation::Resize(resize.width, resize.height)))
         return kExitFailure;
-    if (colour) {
-        // As the colour tab does it: back to neutral, then every value anew.
-        processor.SetOperation(opResetColor);
-        execute(COperation::Plain(opResetColor));
-        for (int i = 0; i < 5; ++i)
-            processor.SetOperation(kSliders[i].code, float(positions[i]) * 0.01f);
-        if (grayscale)
-            processor.SetOperation(opGrayscale);
-        if (negative)
-            processor.SetOperation(opNegative);
-        execute(COperation::Plain(opApplyColor));
-    }
+    if (colour) // as the colour tab does it
+        processor.ShowColor(settings, [&](const COperation& op) { execute(op); });
 
     // The commit decodes the whole file again and refuses damaged data.
     PictureWriter writer;

@@ -12,7 +12,7 @@
 #include "acquire/file_walker.h"
 #include "batch/batch_command.h"
 #include "gallery/gallery_command.h"
-#include "photos/edit_host.h"
+#include "photos/headless_host.h"
 #include "photos/photo_list.h"
 #include "platform/user_seams.h"
 
@@ -37,23 +37,6 @@ public:
 
 private:
     bool m_force;
-};
-
-// What the image operations need of the full-screen window, without one.
-class FolderHost final : public IEditHost {
-public:
-    FolderHost(CPhotoList& list, int quality) : m_list(list), m_quality(quality) {}
-    Size GetScreenSize() const override { return {1920, 1080}; }
-    Size GetThumbSize() const override { return m_list.thumbnailSize; }
-    int GetJpegQuality() const override { return m_quality; }
-    CPhotoList* GetPhotoList() override { return &m_list; }
-    void Invalidate() override {}
-    void InvalidateTile(int) override {}
-    void BringToTop() override {}
-
-private:
-    CPhotoList& m_list;
-    int m_quality;
 };
 
 bool TakeSize(Args& args, const char* name, std::uint32_t& width, std::uint32_t& height,
@@ -103,7 +86,11 @@ int RunGallery(const Args& arguments) {
     CPhotoList list;
     list.Open(photos);
     list.StopWorker(1000); // no thumbnails wanted here
-    FolderHost host(list, quality);
+    HeadlessHost host;
+    host.screen = {1920, 1080};
+    host.thumb = list.thumbnailSize;
+    host.quality = quality;
+    host.list = &list;
     ReportingPrompt prompt(force);
     NullBusyIndicator busy;
     NullStepProgress progress;

@@ -5,8 +5,9 @@
 #include <string>
 #include <utility>
 
+#include "imageops/apply_edits.h"
 #include "imageops/operation.h"
-#include "photos/edit_host.h"
+#include "photos/headless_host.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
 #include "platform/bitmap_recycler.h"
@@ -20,24 +21,15 @@ namespace {
 // What a worker's replay sees of the window: the sizes, and a recycler of
 // its own. It shows nothing, so the replay makes no thumbnail (from the
 // screen image, which is the calling thread's).
-class WorkerHost final : public IEditHost {
-public:
-    explicit WorkerHost(const ChangeSettings& settings) : m_settings(settings) {}
-    Size GetScreenSize() const override { return m_settings.screenSize; }
-    Size GetThumbSize() const override { return m_settings.thumbSize; }
-    int GetJpegQuality() const override { return m_settings.quality; }
-    CPhotoList* GetPhotoList() override { return nullptr; }
-    void Invalidate() override {}
-    void InvalidateTile(int) override {}
-    void BringToTop() override {}
-    BitmapRecycler* GetBitmapRecycler() override { return &recycler; }
-    bool ShowsPreviews() const override { return false; }
-
-    BitmapRecycler recycler;
-
-private:
-    const ChangeSettings& m_settings;
-};
+std::unique_ptr<HeadlessHost> MakeWorkerHost(const ChangeSettings& settings) {
+    auto host = std::make_unique<HeadlessHost>();
+    host->screen = settings.screenSize;
+    host->thumb = settings.thumbSize;
+    host->quality = settings.quality;
+    host->showsPreviews = false;
+    host->keepsBuffers = true;
+    return host;
+}
 
 // One host per worker; the caller's kept buffer serves the first and comes
 // back to the caller at the end.
@@ -46,20 +38,20 @@ public:
     WorkerHosts(const ChangeSettings& settings, int count, BitmapRecycler* caller)
         : m_caller(caller) {
         for (int i = 0; i < count; ++i)
-            m_hosts.push_back(std::make_unique<WorkerHost>(settings));
+            m_hosts.push_back(MakeWorkerHost(settings));
         if (m_caller && !m_hosts.empty())
-            m_hosts[0]->recycler.Give(m_caller->Take());
+            m_hosts[0]->buffers.Give(m_caller->Take());
     }
     ~WorkerHosts() {
         if (m_caller && !m_hosts.empty())
-            m_caller->Give(m_hosts[0]->recycler.Take());
+            m_caller->Give(m_hosts[0]->buffers.Take());
     }
     WorkerHosts(const WorkerHosts&) = delete;
     WorkerHosts& operator=(const WorkerHosts&) = delete;
-    WorkerHost& operator[](int worker) { return *m_hosts[std::size_t(worker)]; }
+    HeadlessHost& operator[](int worker) { return *m_hosts[std::size_t(worker)]; }
 
 private:
-    std::vector<std::unique_ptr<WorkerHost>> m_hosts;
+    std::vector<std::unique_ptr<HeadlessHost>> m_hosts;
     BitmapRecycler* m_caller;
 };
 
@@ -120,19 +112,19 @@ ChangeReport CommitPhotos(const std::vector<CPhoto*>& photos, const ChangeSettin
     auto work = [&](int item, int worker) {
         CPhoto& photo = *photos[std::size_t(item)];
         Outcome& out = outcomes[std::size_t(item)];
-        WorkerHost& host = hosts[worker];
+        HeadlessHost& host = hosts[worker];
         // Damaged data counts as unreadable: it would be written back grey.
-        photo.ApplyEdits(editAll, host, true);
+        ApplyEdits(photo, editAll, host, true);
         out.readable = photo.fullImage && !photo.fullImage->IsEmpty();
         if (!out.readable) {
-            photo.DropFullImage(&host.recycler);
+            photo.DropFullImage(&host.buffers);
             return;
         }
         if (writer) {
             out.saved = writer(photo, *photo.fullImage, out.cause);
-            photo.DropFullImage(&host.recycler);
+            photo.DropFullImage(&host.buffers);
         } else {
-            out.saved = photo.SaveAsJpeg(settings.quality, &host.recycler, &out.cause) != 0;
+            out.saved = photo.SaveAsJpeg(settings.quality, &host.buffers, &out.cause) != 0;
         }
         // Without a working image the thumbnail comes from the written file.
         // It replaces whatever is there under the photo's lock, also one the

@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "imageops/apply_edits.h"
 #include "imageops/convolution.h"
 #include "imageops/crop_image.h"
 #include "imageops/lossless_transform.h"
@@ -29,6 +30,55 @@ void CImageProcessor::ResetColorState() {
     m_saturation = 1.0f;
     m_grayscale = 0;
     m_negative = 0;
+}
+
+void ColorSettings::Set(std::int32_t code, float value) {
+    switch (code) {
+    case opBrightness:
+        brightness = value;
+        break;
+    case opContrast:
+        contrast = value;
+        break;
+    case opSharpness:
+        sharpness = value;
+        break;
+    case opGamma:
+        gamma = value;
+        break;
+    case opSaturation:
+        saturation = value;
+        break;
+    default:
+        break;
+    }
+}
+
+ColorSettings ColorSettingsOf(const CPendingEdits& edits) {
+    return {edits.brightness, edits.contrast,       edits.sharpness,    edits.gamma,
+            edits.saturation, edits.grayscale != 0, edits.negative != 0};
+}
+
+void CImageProcessor::SetColor(const ColorSettings& settings) {
+    ResetColorState();
+    SetOperation(opBrightness, settings.brightness);
+    SetOperation(opContrast, settings.contrast);
+    SetOperation(opSharpness, settings.sharpness);
+    SetOperation(opGamma, settings.gamma);
+    SetOperation(opSaturation, settings.saturation);
+    if (settings.grayscale)
+        SetOperation(opGrayscale);
+    if (settings.negative)
+        SetOperation(opNegative);
+}
+
+void CImageProcessor::ShowColor(const ColorSettings& settings,
+                                const std::function<void(const COperation&)>& run) {
+    // With the reset as the last operation, applying reloads the working image.
+    SetOperation(opResetColor);
+    run(COperation::Plain(opApplyColor));
+    SetColor(settings);
+    run(COperation::Plain(opApplyColor));
 }
 
 void CImageProcessor::SetOperation(std::int32_t code, float value) {
@@ -127,7 +177,7 @@ int CImageProcessor::Execute(const COperation& operation, CPhoto* photo, bool ba
     case opDenoise:
         photo->edits.SetDenoise(1);
         if (m_window)
-            photo->ApplyEdits(editAll, *m_window, false);
+            ApplyEdits(*photo, editAll, *m_window, false);
         return 0;
     case opCrop:
         return Crop(operation, *photo);
@@ -162,7 +212,7 @@ int CImageProcessor::Crop(const COperation& operation, CPhoto& photo) {
     }
     photo.edits.SetCrop(rect);
     if (m_window)
-        photo.ApplyEdits(editCrop, *m_window, false);
+        ApplyEdits(photo, editCrop, *m_window, false);
     SetOperation(opCrop);
     ApplyColor(&photo, false);
     return 0;
@@ -175,7 +225,7 @@ int CImageProcessor::Resize(const COperation& operation, CPhoto& photo) {
                      {std::to_string(operation.width), std::to_string(operation.height)}});
     photo.edits.SetResize(Size{operation.width, operation.height});
     if (m_window)
-        photo.ApplyEdits(editResize, *m_window, false);
+        ApplyEdits(photo, editResize, *m_window, false);
     return 0;
 }
 

@@ -5,6 +5,7 @@
 // on its working image. User-interface thread only.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "imageops/color_matrix.h"
@@ -14,8 +15,28 @@
 
 namespace tivox {
 
+class CPendingEdits;
 class CPhoto;
 class IEditHost;
+
+// The values of the colour tab: its five sliders as the processor takes them
+// and its two check boxes.
+struct ColorSettings {
+    float brightness = 0.0f;
+    float contrast = 1.0f;
+    float sharpness = 0.0f;
+    float gamma = 1.0f;
+    float saturation = 1.0f;
+    bool grayscale = false;
+    bool negative = false;
+
+    // Sets the value of a slider's code (opBrightness to opSaturation);
+    // other codes change nothing.
+    void Set(std::int32_t code, float value);
+};
+
+// The colour values recorded in a photo's pending edits.
+ColorSettings ColorSettingsOf(const CPendingEdits& edits);
 
 // Writes the scaled copies of photo files that a scaled-copy operation asks
 // for (see CImageProcessor::ScaledCopy), all copies of one photo from one
@@ -49,6 +70,17 @@ public:
     // Changes the colour state for colour codes (slider value in `value`),
     // then stores `code` as the last operation, whatever the code.
     void SetOperation(std::int32_t code, float value = 0.0f);
+
+    // The colour state of `settings` alone: the sliders in their order
+    // (brightness, contrast, sharpness, gamma, saturation), then grayscale,
+    // then negative, whatever the order the user set them in.
+    void SetColor(const ColorSettings& settings);
+    // Shows `settings` on photos as each change of the colour tab does:
+    // `run` carries an operation to the photos, once to take each back to
+    // its file and to neutral, so that steps never pile up, and once to show
+    // the settings on it.
+    void ShowColor(const ColorSettings& settings,
+                   const std::function<void(const COperation&)>& run);
 
     // Carries out one operation on one photo; `batch` when the photo comes
     // from a walk over the list. 0, or -1 with the error text set.

@@ -33,7 +33,6 @@ enum OperationCode : std::int32_t {
 // Which operands a COperation carries.
 enum OperationKind : std::int32_t {
     kindPlain = 0,   // no operand
-    kindValue = 1,   // value: the five sliders
     kindResize = 2,  // text (target folder or empty), width, height
     kindDenoise = 3, // text, empty
     kindRect = 4,    // x, y, width, height in screen pixels
@@ -42,7 +41,6 @@ enum OperationKind : std::int32_t {
 struct COperation {
     std::int32_t code = 0;
     std::int32_t kind = kindPlain;
-    float value = 0.0f;
     std::string text;
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -52,13 +50,6 @@ struct COperation {
     static COperation Plain(std::int32_t code) {
         COperation op;
         op.code = code;
-        return op;
-    }
-    static COperation Value(std::int32_t code, float value) {
-        COperation op;
-        op.code = code;
-        op.kind = kindValue;
-        op.value = value;
         return op;
     }
     static COperation Resize(int width, int height, std::string folder = {}) {
@@ -88,7 +79,7 @@ struct COperation {
     }
 };
 
-// Kinds of edits that CPhoto::ApplyEdits can be asked to replay.
+// Kinds of edits that ApplyEdits can be asked to replay.
 enum EditMask : std::int32_t {
     editRedEye = 1,
     editCrop = 2,

@@ -25,7 +25,6 @@ namespace tivox {
 
 class BitmapRecycler;
 class CScaledLoader;
-class IEditHost;
 struct UiText;
 
 class CPhoto {
@@ -102,9 +101,6 @@ public:
     // fitted into `target`, in screenImage and returns that. `image` stays
     // with its owner.
     Bitmap* FitToScreen(Bitmap* image, Size target, bool full);
-
-    // Replays the pending edits (defined with the image operations).
-    Bitmap* ApplyEdits(int mask, IEditHost& window, bool full);
 
     // Writes fullImage over the file durably (WriteFileDurably); fullImage is
     // dropped in every case (into `recycler` when there is one). 1 on

@@ -9,6 +9,7 @@
 
 #include "app/crop_rect.h"
 #include "app/fullscreen_paging.h"
+#include "imageops/apply_edits.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"
 #include "photos/photo.h"
@@ -254,7 +255,7 @@ void CFullScreenWnd::InstallScreenImage() {
     if (photo->edits.HasPending()) {
         // The edits are replayed from the file, as the tools show them.
         BusyScope busy(*m_busy);
-        photo->ApplyEdits(editAll, *this, false);
+        ApplyEdits(*photo, editAll, *this, false);
     }
     update();
 }

@@ -269,12 +269,9 @@ void CImageOpsDlg::ApplyOperation(const COperation& operation) {
                           m_window->StepProgress(), CoreTranslator());
 }
 
-void CImageOpsDlg::SetColorValue(const COperation& operation) {
-    if (operation.kind == kindPlain) {
-        m_processor.SetOperation(operation.code);
-    } else if (operation.kind == kindValue) {
-        m_processor.SetOperation(operation.code, operation.value);
-    }
+void CImageOpsDlg::ShowColor(const ColorSettings& settings) {
+    m_processor.ShowColor(settings,
+                          [this](const COperation& operation) { ApplyOperation(operation); });
 }
 
 void CImageOpsDlg::SelectTool(std::int32_t mode) {

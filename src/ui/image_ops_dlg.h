@@ -3,7 +3,7 @@
 // four tab pages, which marker the mouse applies, which photos an operation
 // works on ("Process:"), and Discard and Commit. It owns the image processor
 // with the colour state of the sliders, and every edit of its pages goes
-// through ApplyOperation, ApplyCode, SetColorValue or SelectTool. Closing it
+// through ApplyOperation, ApplyCode, ShowColor or SelectTool. Closing it
 // only hides it; the full-screen window destroys it when it closes.
 // GUI thread only.
 
@@ -53,8 +53,9 @@ public:
     // by "All" and the marker boxes. Errors are shown and the walk goes on.
     void ApplyOperation(const COperation& operation);
     void ApplyCode(std::int32_t code) { ApplyOperation(COperation::Plain(code)); }
-    // Colour state only: kind 0 gives the code, kind 1 the code and value.
-    void SetColorValue(const COperation& operation);
+    // The colour tab's values on the chosen photos, each taken back to its
+    // file first.
+    void ShowColor(const ColorSettings& settings);
     void SelectTool(std::int32_t mode);
     void EnablePage(int page, bool enable) { m_tab->EnablePage(page, enable); }
     // The gallery folder of the open photo folder.

@@ -96,22 +96,15 @@ void CColorPage::ReadControls() {
 }
 
 void CColorPage::ApplyColorValues() {
-    m_dlg->SetColorValue(COperation::Plain(opResetColor));
-    // Back to the photos without colour edits, as the last operation was the reset.
-    m_dlg->ApplyCode(opApplyColor);
+    ColorSettings settings;
     for (int i = 0; i < 5; ++i) {
         // During a drag the position runs ahead of the value.
         const int position = m_sliders[std::size_t(i)]->sliderPosition();
-        m_dlg->SetColorValue(COperation::Value(kSliders[i].code, float(position) * kSliderFactor));
+        settings.Set(kSliders[i].code, float(position) * kSliderFactor);
     }
-    // Grayscale before Negative, whatever the order of the clicks.
-    if (m_grayscale) {
-        m_dlg->SetColorValue(COperation::Plain(opGrayscale));
-    }
-    if (m_negative) {
-        m_dlg->SetColorValue(COperation::Plain(opNegative));
-    }
-    m_dlg->ApplyCode(opApplyColor);
+    settings.grayscale = m_grayscale;
+    settings.negative = m_negative;
+    m_dlg->ShowColor(settings);
 }
 
 void CColorPage::OnSliderAction(QSlider* slider, int action) {

@@ -9,6 +9,7 @@
 
 #include "edit_fixture.h"
 #include "exif/exif_orientation.h"
+#include "imageops/apply_edits.h"
 #include "imageops/crop_image.h"
 #include "imageops/lossless_transform.h"
 #include "imageops/operation.h"
@@ -82,7 +83,7 @@ TEST_F(TurnedPhoto, CropAndRedEyeLandWhereTheyWereShownAndTheCommitStandsUpright
     ASSERT_TRUE(RedEyeClick(photo, window.screen, Point{100, 60}));
     EXPECT_EQ(photo.edits.redEyePoints.at(0), (Point{50, 30}));
     photo.edits.SetCrop(Rect{40, 20, 200, 120});
-    ASSERT_TRUE(photo.ApplyEdits(editAll, window, true));
+    ASSERT_TRUE(ApplyEdits(photo, editAll, window, true));
     ASSERT_EQ(photo.SaveAsJpeg(95), 1);
 
     EXPECT_EQ(OrientationTag(path), 1);

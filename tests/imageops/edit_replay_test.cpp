@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "edit_fixture.h"
+#include "imageops/apply_edits.h"
 #include "imageops/color_matrix.h"
 #include "imageops/convolution.h"
 #include "imageops/crop_image.h"
@@ -45,16 +46,13 @@ protected:
         fresh.LoadScreenImage(window.screen);
         return std::move(*fresh.screenImage);
     }
-    // What the colour tab does on each change: reset, then all values anew.
+    // What the colour tab does on each change.
     void ColourChange(float brightness, float sharpness) {
-        processor.SetOperation(opResetColor);
-        processor.Execute(COperation::Plain(opResetColor), &photo, false);
-        processor.SetOperation(opBrightness, brightness);
-        processor.SetOperation(opContrast, 1.0f);
-        processor.SetOperation(opSharpness, sharpness);
-        processor.SetOperation(opGamma, 1.0f);
-        processor.SetOperation(opSaturation, 1.0f);
-        processor.Execute(COperation::Plain(opApplyColor), &photo, false);
+        ColorSettings settings;
+        settings.brightness = brightness;
+        settings.sharpness = sharpness;
+        processor.ShowColor(settings,
+                            [&](const COperation& op) { processor.Execute(op, &photo, false); });
     }
     test::TempDir dir;
     test::FakeWindow window;
@@ -66,7 +64,7 @@ TEST_F(EditTest, CropOfAPhotoTwiceTheScreenAtCommit) {
     // 2048 x 1536 shown on 1024 x 768 fills the screen: s = 2.
     Open(2048, 1536);
     photo.edits.SetCrop(Rect{100, 100, 200, 150});
-    Bitmap* full = photo.ApplyEdits(editAll, window, true);
+    Bitmap* full = ApplyEdits(photo, editAll, window, true);
     ASSERT_TRUE(full);
     ASSERT_EQ(full->Width(), 400);
     ASSERT_EQ(full->Height(), 300);
@@ -94,7 +92,7 @@ TEST_F(EditTest, CommitRunsThePassesInFixedOrder) {
     e.SetCrop(Rect{20, 30, 200, 150});
     e.AddRedEyePoint(Point{300, 250});
     e.SetDenoise(1);
-    Bitmap* full = photo.ApplyEdits(editAll, window, true);
+    Bitmap* full = ApplyEdits(photo, editAll, window, true);
     ASSERT_TRUE(full);
 
     // Denoise, red eye, crop, resize, colour with gamma and sharpening.
@@ -127,7 +125,7 @@ TEST_F(EditTest, SecondCropCutsThePreviewAgainButCommitTakesOnlyTheLast) {
         test::SamePixels(*photo.screenImage, Fitted(*CropImage(&first, 160, 120, 160, 120))));
 
     // The commit reads the last rectangle against the whole picture.
-    Bitmap* full = photo.ApplyEdits(editAll, window, true);
+    Bitmap* full = ApplyEdits(photo, editAll, window, true);
     ASSERT_TRUE(full);
     const Bitmap source = test::Decoded(photo.path);
     EXPECT_TRUE(test::SamePixels(*full, *CropImage(&source, 320, 240, 320, 240)));
@@ -159,10 +157,10 @@ TEST_F(EditTest, PhotoNeverShownIsOnlyRecordedAndGetsItsEditsAtCommit) {
     // The left upper quarter of the screen.
     EXPECT_EQ(processor.Execute(COperation::Crop(0, 0, 512, 384), &photo, true), 0);
     EXPECT_EQ(photo.edits.cropPending, 1);
-    photo.ApplyEdits(editCrop, window, false);
+    ApplyEdits(photo, editCrop, window, false);
     EXPECT_FALSE(photo.screenImage);
 
-    Bitmap* full = photo.ApplyEdits(editAll, window, true);
+    Bitmap* full = ApplyEdits(photo, editAll, window, true);
     ASSERT_TRUE(full);
     EXPECT_EQ(full->Width(), 100);
     EXPECT_EQ(full->Height(), 75);
@@ -176,8 +174,8 @@ TEST_F(EditTest, PhotoNeverShownIsOnlyRecordedAndGetsItsEditsAtCommit) {
 TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     // A large photo, then a smaller one and an unreadable one, through one
     // kept buffer: each commit must see only its own picture.
-    BitmapRecycler recycler;
-    window.recycler = &recycler;
+    window.keepsBuffers = true;
+    BitmapRecycler& recycler = window.buffers;
     window.screen = Size{320, 240};
     auto edit = [](CPhoto& p) {
         p.edits.SetDenoise(1);
@@ -198,14 +196,14 @@ TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     large.SetPath(test::WritePhoto(dir, "large.jpg", 640, 480, 3));
     small.SetPath(test::WritePhoto(dir, "small.jpg", 300, 200, 4));
     edit(large);
-    ASSERT_TRUE(large.ApplyEdits(editAll, window, true));
+    ASSERT_TRUE(ApplyEdits(large, editAll, window, true));
     const std::uint8_t* buffer = large.fullImage->Data();
     ASSERT_EQ(large.SaveAsJpeg(90, &recycler), 1);
     EXPECT_EQ(recycler.KeptBytes(), std::size_t(640 * 480 * 4));
 
     edit(small);
-    small.ApplyEdits(editDenoise, window, false); // the preview borrows it too
-    Bitmap* full = small.ApplyEdits(editAll, window, true);
+    ApplyEdits(small, editDenoise, window, false); // the preview borrows it too
+    Bitmap* full = ApplyEdits(small, editAll, window, true);
     ASSERT_TRUE(full);
     EXPECT_EQ(full->Data(), buffer);
     EXPECT_TRUE(test::SamePixels(*full, expected(small.path)));
@@ -215,20 +213,15 @@ TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     broken.SetPath(dir.File("broken.jpg"));
     test::WriteFile(broken.path, test::Bytes{'n', 'o'});
     broken.edits.SetNegative(1);
-    Bitmap* none = broken.ApplyEdits(editAll, window, true);
+    Bitmap* none = ApplyEdits(broken, editAll, window, true);
     EXPECT_TRUE(!none || none->IsEmpty());
     EXPECT_EQ(broken.SaveAsJpeg(90, &recycler), 0);
 }
 
-TEST(ImageProcessor, ColourCodesBuildTheMatrixInTheirOrder) {
+TEST(ImageProcessor, CheckBoxesToggleAndResetGoesBackToNeutral) {
     CImageProcessor p;
-    p.SetOperation(opBrightness, 0.10f);
-    p.SetOperation(opContrast, 2.0f);
-    p.SetOperation(opSharpness, 0.5f); // sharpness and gamma leave the matrix alone
+    p.SetOperation(opSharpness, 0.5f);
     p.SetOperation(opGamma, 1.5f);
-    ColorMatrix expected = BrightnessMatrix(0.10f);
-    MultiplyMatrix(expected, ContrastMatrix(2.0f));
-    EXPECT_EQ(p.m_colorMatrix, expected);
     p.SetOperation(opGrayscale); // the check boxes toggle
     p.SetOperation(opGrayscale);
     EXPECT_EQ(p.m_grayscale, 0);

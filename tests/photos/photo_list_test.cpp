@@ -127,7 +127,6 @@ public:
         FakeWindow::InvalidateTile(index);
         list->stopRequested.store(1);
     }
-    CPhotoList* list = nullptr;
 };
 
 TEST_F(WorkerTest, StopIsHonouredBetweenPhotos) {

@@ -1,5 +1,4 @@
-// CPhoto::ApplyEdits: the replay of a photo's pending edits, in one fixed
-// order whatever the order the user asked for them in.
+#include "imageops/apply_edits.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,21 +27,22 @@ Point ToWorkingImage(const Point& p, Size working, Size source) {
 
 } // namespace
 
-Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
-    const Size screen = window.GetScreenSize();
-    BitmapRecycler* recycler = window.GetBitmapRecycler();
+Bitmap* ApplyEdits(CPhoto& photo, int mask, IEditHost& host, bool full) {
+    const Size screen = host.GetScreenSize();
+    BitmapRecycler* recycler = host.GetBitmapRecycler();
+    const CPendingEdits& edits = photo.edits;
     auto wanted = [mask](int bit) { return (mask & bit) != 0; };
-    if (!full && !window.ShowsPreviews())
-        return screenImage.get();
+    if (!full && !host.ShowsPreviews())
+        return photo.screenImage.get();
 
     // 1. Start.
     Bitmap* current = nullptr;
     if (full) {
-        current = LoadFullImage(recycler);
+        current = photo.LoadFullImage(recycler);
     } else {
         if (mask == editAll)
-            LoadScreenImage(screen);
-        current = screenImage.get();
+            photo.LoadScreenImage(screen);
+        current = photo.screenImage.get();
     }
     if (current && current->IsEmpty())
         current = nullptr; // an unreadable file: nothing to work on
@@ -53,13 +53,13 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
         if (!made)
             return current;
         if (full) {
-            std::unique_ptr<Bitmap> old = std::move(fullImage);
-            Bitmap* replaced = ReplaceImage(std::move(made), true);
+            std::unique_ptr<Bitmap> old = std::move(photo.fullImage);
+            Bitmap* replaced = photo.ReplaceImage(std::move(made), true);
             if (recycler)
                 recycler->Give(std::move(old));
             return replaced;
         }
-        Bitmap* fitted = FitToScreen(made.get(), screen, false);
+        Bitmap* fitted = photo.FitToScreen(made.get(), screen, false);
         return fitted ? fitted : current;
     };
 
@@ -73,9 +73,9 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
             if (current)
                 filter.FilterInPlace(*current);
         } else {
-            std::unique_ptr<Bitmap> source = OpenFullImage(recycler);
+            std::unique_ptr<Bitmap> source = photo.OpenFullImage(recycler);
             if (!source->IsEmpty() && filter.FilterInPlace(*source)) {
-                if (Bitmap* fitted = FitToScreen(source.get(), screen, false))
+                if (Bitmap* fitted = photo.FitToScreen(source.get(), screen, false))
                     current = fitted;
             }
             if (recycler)
@@ -90,8 +90,8 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
         for (const Point& p : edits.redEyePoints) {
             if (full) {
                 fixer.Fix(p.x, p.y);
-            } else if (sourceSize.width > 0 && sourceSize.height > 0) {
-                const Point q = ToWorkingImage(p, screenSize, sourceSize);
+            } else if (photo.sourceSize.width > 0 && photo.sourceSize.height > 0) {
+                const Point q = ToWorkingImage(p, photo.screenSize, photo.sourceSize);
                 fixer.Fix(q.x, q.y);
             }
         }
@@ -113,36 +113,28 @@ Bitmap* CPhoto::ApplyEdits(int mask, IEditHost& window, bool full) {
         current = install(ScaleImage(current, edits.resizeSize.width, edits.resizeSize.height));
 
     // 6. Colour, gamma and sharpening, on a processor of its own that gets
-    // the recorded values in the order of the sliders.
+    // the recorded values.
     if (wanted(editColor) && edits.colorPending) {
         CImageProcessor processor;
-        processor.SetWindow(&window);
-        processor.SetOperation(opBrightness, edits.brightness);
-        processor.SetOperation(opContrast, edits.contrast);
-        processor.SetOperation(opSharpness, edits.sharpness);
-        processor.SetOperation(opGamma, edits.gamma);
-        processor.SetOperation(opSaturation, edits.saturation);
-        if (edits.grayscale)
-            processor.SetOperation(opGrayscale);
-        if (edits.negative)
-            processor.SetOperation(opNegative);
-        processor.ApplyColor(this, full);
+        processor.SetWindow(&host);
+        processor.SetColor(ColorSettingsOf(edits));
+        processor.ApplyColor(&photo, full);
     }
 
     // 7. The thumbnail follows a commit. A photo that was never shown has no
     // working image to make it from, so one is made from the edited full
     // image for the moment and dropped again. A file that could not be read
     // is not committed; its pictures (and readError) stay as they are.
-    if (full && fullImage && !fullImage->IsEmpty() && window.ShowsPreviews()) {
-        if (screenImage) {
-            ThumbnailFromScreen(window.GetThumbSize());
+    if (full && photo.fullImage && !photo.fullImage->IsEmpty() && host.ShowsPreviews()) {
+        if (photo.screenImage) {
+            photo.ThumbnailFromScreen(host.GetThumbSize());
         } else {
-            FitToScreen(fullImage.get(), screen, false);
-            ThumbnailFromScreen(window.GetThumbSize());
-            DropScreenImage();
+            photo.FitToScreen(photo.fullImage.get(), screen, false);
+            photo.ThumbnailFromScreen(host.GetThumbSize());
+            photo.DropScreenImage();
         }
     }
-    return full ? fullImage.get() : screenImage.get();
+    return full ? photo.fullImage.get() : photo.screenImage.get();
 }
 
 } // namespace tivox
