@@ -23,13 +23,7 @@ namespace tivox {
 
 void CImageProcessor::ResetColorState() {
     m_colorMatrix = ColorMatrix::Identity();
-    m_brightness = 0.0f;
-    m_sharpness = 0.0f;
-    m_contrast = 1.0f;
-    m_gamma = 1.0f;
-    m_saturation = 1.0f;
-    m_grayscale = 0;
-    m_negative = 0;
+    m_color = {};
 }
 
 void ColorSettings::Set(std::int32_t code, float value) {
@@ -82,31 +76,23 @@ void CImageProcessor::ShowColor(const ColorSettings& settings,
 }
 
 void CImageProcessor::SetOperation(std::int32_t code, float value) {
+    m_color.Set(code, value);
     switch (code) {
     case opBrightness:
-        m_brightness = value;
         MultiplyMatrix(BrightnessMatrix(value));
         break;
     case opContrast:
-        m_contrast = value;
         MultiplyMatrix(ContrastMatrix(value));
         break;
     case opSaturation:
-        m_saturation = value;
         MultiplyMatrix(SaturationMatrix(value));
         break;
-    case opSharpness:
-        m_sharpness = value;
-        break;
-    case opGamma:
-        m_gamma = value;
-        break;
     case opGrayscale:
-        m_grayscale = !m_grayscale;
+        m_color.grayscale = !m_color.grayscale;
         MultiplyMatrix(GrayscaleMatrix());
         break;
     case opNegative:
-        m_negative = !m_negative;
+        m_color.negative = !m_color.negative;
         MultiplyMatrix(NegativeMatrix());
         break;
     case opResetColor:
@@ -122,13 +108,13 @@ void CImageProcessor::RecordColor(CPhoto* photo) const {
     if (!photo)
         return;
     CPendingEdits& e = photo->edits;
-    e.SetBrightness(m_brightness);
-    e.SetContrast(m_contrast);
-    e.SetSharpness(m_sharpness);
-    e.SetGamma(m_gamma);
-    e.SetSaturation(m_saturation);
-    e.SetGrayscale(m_grayscale);
-    e.SetNegative(m_negative);
+    e.SetBrightness(m_color.brightness);
+    e.SetContrast(m_color.contrast);
+    e.SetSharpness(m_color.sharpness);
+    e.SetGamma(m_color.gamma);
+    e.SetSaturation(m_color.saturation);
+    e.SetGrayscale(m_color.grayscale);
+    e.SetNegative(m_color.negative);
 }
 
 void CImageProcessor::ApplyColor(CPhoto* photo, bool full) {
@@ -154,9 +140,9 @@ void CImageProcessor::ApplyColor(CPhoto* photo, bool full) {
     }
     if (!full)
         RecordColor(photo);
-    ApplyColorMatrix(*image, m_colorMatrix, m_gamma);
-    if (m_sharpness != 0.0f)
-        Sharpen(*image, SharpenStrength(m_sharpness));
+    ApplyColorMatrix(*image, m_colorMatrix, m_color.gamma);
+    if (m_color.sharpness != 0.0f)
+        Sharpen(*image, SharpenStrength(m_color.sharpness));
 }
 
 int CImageProcessor::Fail(UiText text) {

@@ -106,13 +106,7 @@ public:
     UiText GetErrorText() const { return m_errorText; }
 
     ColorMatrix m_colorMatrix;
-    float m_brightness = 0.0f;
-    float m_contrast = 1.0f;
-    float m_sharpness = 0.0f;
-    float m_gamma = 1.0f;
-    float m_saturation = 1.0f;
-    std::int32_t m_grayscale = 0;
-    std::int32_t m_negative = 0;
+    ColorSettings m_color; // the values the matrix was built from
     std::int32_t m_lastOperation = 0;
 
 private:

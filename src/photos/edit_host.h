@@ -1,8 +1,9 @@
 #pragma once
 // What photos and image operations need of the full-screen window. The window
-// implements it; tests use a double. Called on the user-interface thread only,
-// except InvalidateTile, which the thumbnail worker calls (the window posts it
-// on to its own thread).
+// implements it; HeadlessHost (headless_host.h) stands in where there is
+// none. Called on the user-interface thread only, except InvalidateTile,
+// which the thumbnail worker calls (the window posts it on to its own
+// thread).
 
 #include "platform/geometry.h"
 
@@ -15,13 +16,13 @@ class CPhotoList;
 class IEditHost {
 public:
     virtual ~IEditHost() = default;
-    virtual Size GetScreenSize() const = 0;  // box that working images are fitted to
-    virtual Size GetThumbSize() const = 0;   // box that thumbnails are made to
-    virtual int GetJpegQuality() const = 0;  // quality of saved photos
-    virtual CPhotoList* GetPhotoList() = 0;  // the open list, or null
-    virtual void Invalidate() = 0;           // repaint the whole window
+    virtual Size GetScreenSize() const = 0; // box that working images are fitted to
+    virtual Size GetThumbSize() const = 0;  // box that thumbnails are made to
+    virtual int GetJpegQuality() const = 0; // quality of saved photos
+    virtual CPhotoList* GetPhotoList() = 0; // the open list, or null
+    virtual void Invalidate() = 0;          // repaint the whole window
     virtual void InvalidateTile(int index) = 0;
-    virtual void BringToTop() = 0;           // raise the window over the tool window
+    virtual void BringToTop() = 0; // raise the window over the tool window
     // The photo that "Current" means: the one shown alone, or in tile mode
     // the one under the mouse; null when there is none.
     virtual CPhoto* GetCurrentPhoto() { return nullptr; }

@@ -224,11 +224,11 @@ TEST(ImageProcessor, CheckBoxesToggleAndResetGoesBackToNeutral) {
     p.SetOperation(opGamma, 1.5f);
     p.SetOperation(opGrayscale); // the check boxes toggle
     p.SetOperation(opGrayscale);
-    EXPECT_EQ(p.m_grayscale, 0);
+    EXPECT_FALSE(p.m_color.grayscale);
     p.SetOperation(opResetColor);
     EXPECT_TRUE(p.m_colorMatrix.IsIdentity());
-    EXPECT_FLOAT_EQ(p.m_gamma, 1.0f);
-    EXPECT_FLOAT_EQ(p.m_sharpness, 0.0f);
+    EXPECT_FLOAT_EQ(p.m_color.gamma, 1.0f);
+    EXPECT_FLOAT_EQ(p.m_color.sharpness, 0.0f);
 }
 
 TEST_F(EditTest, SliderStepsNeverPileUpAndResetColorReloads) {
