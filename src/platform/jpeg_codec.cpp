@@ -3,6 +3,7 @@
 
 #include "platform/jpeg_codec.h"
 
+#include <sys/mman.h>
 #include <turbojpeg.h>
 
 #include <algorithm>
@@ -17,6 +18,21 @@
 namespace tivox {
 
 namespace {
+
+// A whole photo decoded into a fresh buffer touches every page of up to a
+// hundred megabytes: in huge pages that is a few dozen faults instead of
+// tens of thousands, a good part of a one-photo edit's time. The advice comes
+// before the decoder's first touch. Smaller pictures (thumbnails) keep
+// ordinary pages.
+void AdviseHugePages(std::uint8_t* data, std::size_t bytes) {
+    constexpr std::uintptr_t kHuge = std::uintptr_t(2) << 20;
+    if (bytes < 8 * kHuge)
+        return;
+    const auto start = (reinterpret_cast<std::uintptr_t>(data) + kHuge - 1) & ~(kHuge - 1);
+    const auto end = (reinterpret_cast<std::uintptr_t>(data) + bytes) & ~(kHuge - 1);
+    if (end > start) // advice only: a kernel without it keeps ordinary pages
+        (void)::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+}
 
 std::string TjError(void* handle) {
     return tjGetErrorStr2(static_cast<tjhandle>(handle));
@@ -230,6 +246,7 @@ bool JpegDecoder::Decode(Size target, Bitmap& out, JpegInfo& info, std::string& 
         return false;
     }
     out.SetResolution(info.dpiX, info.dpiY);
+    AdviseHugePages(out.Data(), std::size_t(out.Stride()) * std::size_t(out.Height()));
     if (cmyk)
         return DecodeCmyk(scaled, out, error);
     const int rc = tjDecompress2(static_cast<tjhandle>(m_handle), m_buffer.data(),
