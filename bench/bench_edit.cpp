@@ -215,7 +215,7 @@ int Run(const std::string& file, int runs) {
                               applyBest = std::min(applyBest, Seconds([&] {
                                                        ApplyEdits(photo, editAll, host, true);
                                                    }));
-                              saved = saved && photo.SaveAsJpeg(80, host.GetBitmapRecycler()) == 1;
+                              saved = saved && photo.SaveAsJpeg(80, host.GetBitmapRecycler());
                           }));
     }
     const double decodeOnly = Best(runs, nullptr, [&] {

@@ -134,7 +134,7 @@ int RunTransform(const Args& args) {
     int status = kExitOk;
     for (std::size_t i = 1; i < args.size(); ++i) {
         std::string error;
-        if (LosslessTransformPath(code, args[i], error) != 0) {
+        if (!LosslessTransformPath(code, args[i], error)) {
             std::fprintf(stderr, "tivox-batch: %s\n", error.c_str()); // it names the file
             status = kExitFailure;
         }

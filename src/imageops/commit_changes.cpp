@@ -124,7 +124,7 @@ ChangeReport CommitPhotos(const std::vector<CPhoto*>& photos, const ChangeSettin
             out.saved = writer(photo, *photo.fullImage, out.cause);
             photo.DropFullImage(&host.buffers);
         } else {
-            out.saved = photo.SaveAsJpeg(settings.quality, &host.buffers, &out.cause) != 0;
+            out.saved = photo.SaveAsJpeg(settings.quality, &host.buffers, &out.cause);
         }
         // Without a working image the thumbnail comes from the written file.
         // It replaces whatever is there under the photo's lock, also one the

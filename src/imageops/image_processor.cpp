@@ -290,7 +290,7 @@ int CImageProcessor::LosslessTransform(std::int32_t code, CPhoto* photo) {
         return 0;
     // As a text, so that the window translates it before the file goes in.
     UiText error;
-    if (LosslessTransformPhoto(code, *photo, *m_window, error) == 0)
+    if (LosslessTransformPhoto(code, *photo, *m_window, error))
         return 0;
     return Fail(std::move(error));
 }

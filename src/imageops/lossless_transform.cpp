@@ -72,41 +72,41 @@ bool TransformFile(int code, const std::string& source, const std::string& targe
     return false;
 }
 
-int LosslessTransformPath(int code, const std::string& path, UiText& error, IPrompt* prompt) {
+bool LosslessTransformPath(int code, const std::string& path, UiText& error, IPrompt* prompt) {
     // The turned picture goes straight over the photo, in one durable write.
     UiText cause;
     if (TransformFile(code, path, path, prompt, &cause))
-        return 0;
+        return true;
     error =
         cause.format.empty() ? UiText{TIVOX_TR("Error in lossless JPEG transform."), {}} : cause;
-    return -1;
+    return false;
 }
 
-int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
-                          IPrompt* prompt) {
-    UiText error;
-    const int result = LosslessTransformPath(code, path, error, prompt);
-    if (result != 0)
-        errorText = RenderUiText(error);
-    return result;
-}
-
-int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
+bool LosslessTransformPath(int code, const std::string& path, std::string& errorText,
                            IPrompt* prompt) {
-    const int result = LosslessTransformPath(code, photo.path, error, prompt);
+    UiText error;
+    if (LosslessTransformPath(code, path, error, prompt))
+        return true;
+    errorText = RenderUiText(error);
+    return false;
+}
+
+bool LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
+                            IPrompt* prompt) {
+    const bool done = LosslessTransformPath(code, photo.path, error, prompt);
     // The turn swaps width and height: both pictures come anew from the file.
     photo.RebuildImages(host.GetThumbSize(), host.GetScreenSize(), true);
     host.Invalidate();
-    return result;
+    return done;
 }
 
-int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
-                           IPrompt* prompt) {
+bool LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
+                            IPrompt* prompt) {
     UiText error;
-    const int result = LosslessTransformPhoto(code, photo, host, error, prompt);
-    if (result != 0)
-        errorText = RenderUiText(error);
-    return result;
+    if (LosslessTransformPhoto(code, photo, host, error, prompt))
+        return true;
+    errorText = RenderUiText(error);
+    return false;
 }
 
 } // namespace tivox

@@ -27,21 +27,21 @@ inline constexpr int kLosslessMirrorVertical = 5;
 bool TransformFile(int code, const std::string& source, const std::string& target,
                    IPrompt* prompt = nullptr, UiText* cause = nullptr);
 
-// Transforms the file at `path` and replaces it durably. 0 on success; -1
-// with `error` set on failure, as a text that a front end can translate
-// before the file name and the cause go in.
-int LosslessTransformPath(int code, const std::string& path, UiText& error,
-                          IPrompt* prompt = nullptr);
-int LosslessTransformPath(int code, const std::string& path, std::string& errorText,
-                          IPrompt* prompt = nullptr);
+// Transforms the file at `path` and replaces it durably. False with `error`
+// set on failure, as a text that a front end can translate before the file
+// name and the cause go in.
+bool LosslessTransformPath(int code, const std::string& path, UiText& error,
+                           IPrompt* prompt = nullptr);
+bool LosslessTransformPath(int code, const std::string& path, std::string& errorText,
+                           IPrompt* prompt = nullptr);
 
 // The processor's lossless operation on one photo: transforms its file,
 // replaces it durably, rebuilds the thumbnail and the working image at the
-// window's sizes and repaints the window. 0 on success; -1 with `errorText` set on failure.
-int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
-                           IPrompt* prompt = nullptr);
+// window's sizes and repaints the window. False with `error` set on failure.
+bool LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, UiText& error,
+                            IPrompt* prompt = nullptr);
 // The same with the English text rendered.
-int LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
-                           IPrompt* prompt = nullptr);
+bool LosslessTransformPhoto(int code, CPhoto& photo, IEditHost& host, std::string& errorText,
+                            IPrompt* prompt = nullptr);
 
 } // namespace tivox

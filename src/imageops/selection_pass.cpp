@@ -51,7 +51,7 @@ void TurnOnPool(std::int32_t code, const std::vector<CPhoto*>& photos, IEditHost
         [&](int item, int) {
             CPhoto& photo = *photos[std::size_t(item)];
             failed[std::size_t(item)] =
-                LosslessTransformPath(code, photo.path, errors[std::size_t(item)]) != 0;
+                !LosslessTransformPath(code, photo.path, errors[std::size_t(item)]);
             photo.MakeThumbnail(thumb);
         },
         threads);

@@ -169,7 +169,7 @@ Bitmap* CPhoto::FitToScreen(Bitmap* image, Size target, bool full) {
     return ReplaceImage(ScaleImage(image, fitted.width, fitted.height), false);
 }
 
-int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
+bool CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
     std::string detail;
     std::vector<std::uint8_t> bytes;
     bool encoded = false;
@@ -192,7 +192,7 @@ int CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
     const bool saved = encoded && WriteFileDurably(path, bytes.data(), bytes.size(), failure);
     if (!saved && error)
         *error = failure;
-    return saved ? 1 : 0;
+    return saved;
 }
 
 int CPhoto::IsLandscape() const {

@@ -103,10 +103,10 @@ public:
     Bitmap* FitToScreen(Bitmap* image, Size target, bool full);
 
     // Writes fullImage over the file durably (WriteFileDurably); fullImage is
-    // dropped in every case (into `recycler` when there is one). 1 on
-    // success, 0 on failure: the photo file is then untouched and `error`
-    // (when given) names it and the cause.
-    int SaveAsJpeg(int quality, BitmapRecycler* recycler = nullptr, UiText* error = nullptr);
+    // dropped in every case (into `recycler` when there is one). False on
+    // failure: the photo file is then untouched and `error` (when given)
+    // names it and the cause.
+    bool SaveAsJpeg(int quality, BitmapRecycler* recycler = nullptr, UiText* error = nullptr);
 
     int IsLandscape() const; // 1 without a thumbnail or when width >= height
     int IsPortrait() const { return IsLandscape() ? 0 : 1; }

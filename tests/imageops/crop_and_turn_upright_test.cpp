@@ -62,7 +62,7 @@ TEST_F(TurnedPhoto, TurnsAndMirrorsMoveTheStoredPixelsOnceToWhereTheyAreShown) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.code);
         ASSERT_TRUE(test::WriteFile(path, test::CameraJpeg(upright, 6)));
-        ASSERT_EQ(LosslessTransformPath(c.code, path, error), 0) << error;
+        ASSERT_TRUE(LosslessTransformPath(c.code, path, error)) << error;
         EXPECT_EQ(OrientationTag(path), 1);
         const Bitmap expected = test::Shown(upright, c.shownAs);
         EXPECT_GE(test::Psnr(test::Decoded(path), expected), 27.0);
@@ -72,7 +72,7 @@ TEST_F(TurnedPhoto, TurnsAndMirrorsMoveTheStoredPixelsOnceToWhereTheyAreShown) {
     }
     // The left turn undoes the camera's: not a pixel moved, only the tag.
     ASSERT_TRUE(test::WriteFile(path, test::CameraJpeg(upright, 6)));
-    ASSERT_EQ(LosslessTransformPath(kLosslessRotateLeft, path, error), 0) << error;
+    ASSERT_TRUE(LosslessTransformPath(kLosslessRotateLeft, path, error)) << error;
     EXPECT_TRUE(test::SamePixels(test::Decoded(path), stored));
 }
 
@@ -84,7 +84,7 @@ TEST_F(TurnedPhoto, CropAndRedEyeLandWhereTheyWereShownAndTheCommitStandsUpright
     EXPECT_EQ(photo.edits.redEyePoints.at(0), (Point{50, 30}));
     photo.edits.SetCrop(Rect{40, 20, 200, 120});
     ASSERT_TRUE(ApplyEdits(photo, editAll, window, true));
-    ASSERT_EQ(photo.SaveAsJpeg(95), 1);
+    ASSERT_TRUE(photo.SaveAsJpeg(95));
 
     EXPECT_EQ(OrientationTag(path), 1);
     Bitmap expected;

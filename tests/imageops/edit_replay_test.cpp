@@ -198,7 +198,7 @@ TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     edit(large);
     ASSERT_TRUE(ApplyEdits(large, editAll, window, true));
     const std::uint8_t* buffer = large.fullImage->Data();
-    ASSERT_EQ(large.SaveAsJpeg(90, &recycler), 1);
+    ASSERT_TRUE(large.SaveAsJpeg(90, &recycler));
     EXPECT_EQ(recycler.KeptBytes(), std::size_t(640 * 480 * 4));
 
     edit(small);
@@ -215,7 +215,7 @@ TEST_F(EditTest, CommitsHandTheirFullSizeBufferOn) {
     broken.edits.SetNegative(1);
     Bitmap* none = ApplyEdits(broken, editAll, window, true);
     EXPECT_TRUE(!none || none->IsEmpty());
-    EXPECT_EQ(broken.SaveAsJpeg(90, &recycler), 0);
+    EXPECT_FALSE(broken.SaveAsJpeg(90, &recycler));
 }
 
 TEST(ImageProcessor, CheckBoxesToggleAndResetGoesBackToNeutral) {

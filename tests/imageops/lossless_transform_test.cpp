@@ -43,7 +43,7 @@ protected:
 TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
     photo.MakeThumbnail({40, 40});
     EXPECT_EQ(photo.IsLandscape(), 1);
-    ASSERT_EQ(LosslessTransformPhoto(kLosslessRotateRight, photo, host, error), 0) << error;
+    ASSERT_TRUE(LosslessTransformPhoto(kLosslessRotateRight, photo, host, error)) << error;
     EXPECT_EQ(photo.sourceSize, (Size{32, 64}));
     EXPECT_EQ(photo.IsPortrait(), 1);
     ASSERT_NE(photo.screenImage, nullptr);
@@ -60,7 +60,7 @@ TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
     };
     for (const auto& seq : sequences) {
         for (int code : seq)
-            ASSERT_EQ(LosslessTransformPhoto(code, photo, host, error), 0) << error;
+            ASSERT_TRUE(LosslessTransformPhoto(code, photo, host, error)) << error;
         EXPECT_EQ(Contents(), start) << "sequence starting with " << seq.front();
     }
     EXPECT_NE(std::search(start.begin(), start.end(), exif.begin(), exif.end()), start.end());
@@ -69,7 +69,7 @@ TEST_F(LosslessTest, TurnsSwapTheSizeAndUndoThemselvesByteForByteKeepingExif) {
 TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     test::ScriptedPrompt prompt;
     const test::Bytes before = Contents();
-    EXPECT_EQ(LosslessTransformPhoto(9, photo, host, error, &prompt), -1);
+    EXPECT_FALSE(LosslessTransformPhoto(9, photo, host, error, &prompt));
     EXPECT_EQ(error, "Error in lossless JPEG transform.");
     ASSERT_EQ(prompt.shown.size(), 1u);
     EXPECT_EQ(prompt.shown[0].text, "JPEG lossless transformation: unsupported");
@@ -81,7 +81,7 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
     const test::Bytes junk = {'n', 'o', 'p', 'e'};
     ASSERT_TRUE(test::WriteFile(path, junk));
     error.clear();
-    EXPECT_EQ(LosslessTransformPhoto(kLosslessRotateLeft, photo, host, error), -1);
+    EXPECT_FALSE(LosslessTransformPhoto(kLosslessRotateLeft, photo, host, error));
     EXPECT_EQ(error, "Could not read " + path + ": it is not a readable JPEG picture.");
     EXPECT_EQ(Contents(), junk);
     EXPECT_FALSE(TempFileLeft());
@@ -89,7 +89,7 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
 
     // The message is translated before its arguments go in.
     UiText text;
-    ASSERT_EQ(LosslessTransformPath(kLosslessRotateRight, path, text), -1);
+    ASSERT_FALSE(LosslessTransformPath(kLosslessRotateRight, path, text));
     const Translator german = [](const std::string& english) {
         return english == "Could not read %s: it is not a readable JPEG picture." ? "%s: kein JPEG."
                                                                                   : english;
@@ -102,7 +102,7 @@ TEST_F(LosslessTest, FailuresLeaveThePhotoFileAsItWas) {
 TEST_F(LosslessTest, TurnsRefuseWriteProtectedPhotos) {
     ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
     const test::Bytes before = Contents();
-    EXPECT_EQ(LosslessTransformPath(kLosslessRotateLeft, path, error), -1);
+    EXPECT_FALSE(LosslessTransformPath(kLosslessRotateLeft, path, error));
     EXPECT_EQ(error, "Could not write " + path + ": the file is write-protected.");
     EXPECT_EQ(Contents(), before);
 }

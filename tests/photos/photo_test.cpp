@@ -93,9 +93,9 @@ TEST_F(PhotoTest, ThumbnailsFollowTheScreenImage) {
 TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataOrLeavesIt) {
     test::Bytes before, after;
     ASSERT_TRUE(test::ReadFile(path, before));
-    EXPECT_EQ(photo.SaveAsJpeg(90), 0);           // nothing to save
+    EXPECT_FALSE(photo.SaveAsJpeg(90));           // nothing to save
     photo.fullImage = std::make_unique<Bitmap>(); // an empty picture
-    EXPECT_EQ(photo.SaveAsJpeg(90), 0);
+    EXPECT_FALSE(photo.SaveAsJpeg(90));
     EXPECT_EQ(photo.fullImage, nullptr);
     ASSERT_TRUE(test::ReadFile(path, after));
     EXPECT_EQ(before, after);
@@ -104,7 +104,7 @@ TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataOrLeavesIt) {
     photo.LoadFullImage();
     ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
     UiText why;
-    EXPECT_EQ(photo.SaveAsJpeg(90, nullptr, &why), 0);
+    EXPECT_FALSE(photo.SaveAsJpeg(90, nullptr, &why));
     EXPECT_EQ(RenderUiText(why), "Could not write " + path + ": the file is write-protected.");
     ASSERT_TRUE(test::ReadFile(path, after));
     EXPECT_EQ(before, after);
@@ -113,7 +113,7 @@ TEST_F(PhotoTest, SaveReplacesTheFileKeepingItsMetadataOrLeavesIt) {
     photo.LoadFullImage();
     ASSERT_EQ(photo.fullImage->Width(), 160);
     photo.fullImage->Fill(0xFFFF0000u);
-    EXPECT_EQ(photo.SaveAsJpeg(90), 1);
+    EXPECT_TRUE(photo.SaveAsJpeg(90));
     EXPECT_EQ(photo.fullImage, nullptr);
     Bitmap back;
     std::string error;
