@@ -1,5 +1,8 @@
 #include "photos/photo_list.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -9,6 +12,10 @@
 namespace tivox {
 
 namespace {
+
+// The helper's nice value: while the worker builds the shown page, the
+// thumbnail the helper still has in hand gets little of a shared core.
+constexpr int kHelperNice = 10;
 
 bool EndsWithJpg(const std::string& name) {
     if (name.size() < 4)
@@ -34,6 +41,8 @@ void CPhotoList::JoinWorker() {
     StopWorker(0);
     if (worker.joinable())
         worker.join();
+    if (helper.joinable())
+        helper.join();
 }
 
 void CPhotoList::Open(const std::string& folder) {
@@ -47,9 +56,12 @@ void CPhotoList::Open(const std::string& folder) {
     {
         std::lock_guard lock(m_lock);
         m_workerBusy = nullptr;
+        m_helperTask = nullptr;
+        m_helperBusy = nullptr;
         m_workerDone = false;
         m_workerIdle = false;
     }
+    helper = std::jthread([this, size = thumbnailSize] { RunHelper(size); });
     worker = std::jthread([this, size = thumbnailSize] { RunWorker(size); });
 }
 
@@ -91,7 +103,8 @@ std::ptrdiff_t CPhotoList::NextToBuild() const {
         const std::ptrdiff_t start = first + page * count;
         for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(start, 0); i < std::min(start + count, n);
              ++i) {
-            if (!photos[std::size_t(i)]->thumbnailReady.load(std::memory_order_acquire))
+            const CPhoto* p = photos[std::size_t(i)].get();
+            if (p != m_helperBusy && !p->thumbnailReady.load(std::memory_order_acquire))
                 return i;
         }
     }
@@ -148,6 +161,14 @@ void CPhotoList::RunWorker(Size size) {
     const std::size_t need =
         std::size_t(std::max(size.width, 0)) * std::size_t(std::max(size.height, 0)) * 4;
     std::unique_lock lock(m_lock);
+    // Waits until the helper is free, the work changes or a stop comes.
+    auto waitForHelper = [&] {
+        const std::uint64_t seen = m_generation;
+        m_changed.wait(lock, [&] {
+            return !m_helperBusy || m_generation != seen ||
+                   stopRequested.load(std::memory_order_acquire);
+        });
+    };
     while (!stopRequested.load(std::memory_order_acquire)) {
         const std::ptrdiff_t next = NextToBuild();
         const std::size_t rank = next < 0 ? SIZE_MAX : RankOf(std::size_t(next));
@@ -157,8 +178,12 @@ void CPhotoList::RunWorker(Size size) {
         } else if (rank < m_pageCount) {
             MakeRoom(rank, 0); // the shown page is built whatever it costs
             room = true;
-        } else {
+        } else if (!m_helperBusy) {
             room = MakeRoom(rank, need);
+        }
+        if (m_helperBusy && (!room || rank >= m_pageCount)) {
+            waitForHelper(); // its thumbnail first, in order
+            continue;
         }
         if (!room) {
             const std::uint64_t seen = m_generation;
@@ -172,6 +197,16 @@ void CPhotoList::RunWorker(Size size) {
         }
         CPhoto* photo = photos[std::size_t(next)].get();
         photo->shownStamp = m_clock;
+        if (rank >= m_pageCount) {
+            // Beyond the shown page: the helper builds it while this thread
+            // waits, free to turn to a new page as soon as one is shown.
+            m_helperTask = photo;
+            m_helperIndex = std::size_t(next);
+            m_helperBusy = photo;
+            m_changed.notify_all();
+            waitForHelper();
+            continue;
+        }
         m_workerBusy = photo;
         lock.unlock();
         if (photo->MakeThumbnailIfMissing(size, loader)) {
@@ -182,8 +217,37 @@ void CPhotoList::RunWorker(Size size) {
         m_workerBusy = nullptr;
         m_changed.notify_all();
     }
+    // Ended only once the helper's thumbnail in hand is done too; one handed
+    // over but not yet begun is taken back.
+    if (m_helperTask) {
+        m_helperTask = nullptr;
+        m_helperBusy = nullptr;
+    }
+    m_changed.wait(lock, [&] { return !m_helperBusy; });
     m_workerDone = true;
     m_changed.notify_all();
+}
+
+void CPhotoList::RunHelper(Size size) {
+    (void)::setpriority(PRIO_PROCESS, id_t(::gettid()), kHelperNice);
+    CScaledLoader loader;
+    std::unique_lock lock(m_lock);
+    for (;;) {
+        m_changed.wait(lock, [&] { return m_helperTask || m_workerDone; });
+        if (!m_helperTask)
+            return; // the worker has ended
+        CPhoto* photo = m_helperTask;
+        const std::size_t index = m_helperIndex;
+        m_helperTask = nullptr;
+        lock.unlock();
+        if (photo->MakeThumbnailIfMissing(size, loader)) {
+            if (IEditHost* host = window.load(std::memory_order_acquire))
+                host->InvalidateTile(int(index));
+        }
+        lock.lock();
+        m_helperBusy = nullptr;
+        m_changed.notify_all();
+    }
 }
 
 void CPhotoList::SetVisibleRange(int first, int count) {
@@ -293,7 +357,9 @@ void CPhotoList::RemoveAt(std::size_t index) {
     {
         std::unique_lock lock(m_lock);
         // The worker may be building this very thumbnail: let it finish.
-        m_changed.wait(lock, [&] { return m_workerBusy != photos[index].get(); });
+        m_changed.wait(lock, [&] {
+            return m_workerBusy != photos[index].get() && m_helperBusy != photos[index].get();
+        });
         victim = std::move(photos[index]);
         photos.erase(photos.begin() + std::ptrdiff_t(index));
     }

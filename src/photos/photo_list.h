@@ -1,16 +1,20 @@
 #pragma once
-// The ordered photos of the folder shown full screen, with the one worker
-// thread that builds their thumbnails: the visible page first, then the next
-// and the previous page, then outward, within a byte budget. Beyond the
+// The ordered photos of the folder shown full screen, with the worker thread
+// that builds their thumbnails: the visible page first, then the next and
+// the previous page, then outward, within a byte budget. Thumbnails beyond
+// the visible page are built by a helper thread of lower priority, one at a
+// time while the worker waits for it; a page turn does not wait for the one
+// in hand there, so the new page's first thumbnail starts at once. Beyond the
 // budget it drops the thumbnails least recently shown (or built), the
 // farthest from the visible page first among equals, but never one nearer
 // than the one it is about to build: the pages around the shown one stay.
 //
 // Threads: every member is for the user-interface thread, except what the
-// worker does itself. The worker reaches photos only through the list's lock:
-// it takes the next photo under the lock and marks it busy; Remove and
-// RemoveCurrent wait until the worker is done with the photo they free, and
-// Clear, Open and the destructor stop and join the worker first. So no photo
+// worker and its helper do themselves. They reach photos only through the
+// list's lock: the worker takes the next photo under the lock and marks it
+// busy (for itself or the helper); Remove and RemoveCurrent wait until
+// neither works on the photo they free, and Clear, Open and the destructor
+// stop and join both first. So no photo
 // is freed while the worker can reach it. The worker drops thumbnails only
 // under the list's lock and then the photo's; painting reads them through
 // CPhoto::ViewThumbnail.
@@ -66,8 +70,9 @@ public:
     // must be reset before use.
     void Clear();
 
-    // Asks the worker to stop after the thumbnail in hand, and waits for it
-    // at most `milliseconds`. True when it has ended.
+    // Asks the worker to stop after the thumbnail in hand (its helper's
+    // included), and waits for it at most `milliseconds`. True when it has
+    // ended.
     bool StopWorker(int milliseconds);
     // Waits at most `milliseconds` until the worker has nothing left to do
     // (every thumbnail within reach of the budget built) or has ended. True
@@ -91,6 +96,7 @@ public:
 private:
     void Scan(const std::string& folder);
     void RunWorker(Size size);
+    void RunHelper(Size size);
     // Under m_lock: the worker's order around the visible page (0 for its
     // first photo), the next photo to build (-1 for none), and the photo
     // whose thumbnail goes first, among those ranked after `rank`.
@@ -112,6 +118,9 @@ private:
     mutable std::mutex m_lock;
     std::condition_variable m_changed;
     const CPhoto* m_workerBusy = nullptr; // the photo it works on, if any
+    CPhoto* m_helperTask = nullptr;       // handed to the helper, not yet taken
+    std::size_t m_helperIndex = 0;        // its index, for the notification
+    const CPhoto* m_helperBusy = nullptr; // handed and not yet finished
     bool m_workerDone = true;
     bool m_workerIdle = false;      // waiting for a new page or budget
     std::uint64_t m_generation = 0; // raised by every change that wakes it
@@ -123,6 +132,7 @@ private:
     std::size_t m_previewFirst = 0;
     std::size_t m_previewCount = 0;
     std::jthread worker;
+    std::jthread helper;
 };
 
 } // namespace tivox

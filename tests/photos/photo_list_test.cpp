@@ -4,10 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <future>
 #include <latch>
+#include <thread>
 
 #include "photos/photo_list.h"
 #include "support/fake_edit_host.h"
@@ -162,17 +164,19 @@ TEST_F(WorkerTest, ClearingOrRemovingWhileTheWorkerRunsIsSafe) {
         EXPECT_TRUE(Ready(i)) << i;
 }
 
-// Blocks the worker in its first notification until the test lets it go.
+// Blocks the thread that sends the first notification (of `hold`, when set)
+// until the test lets it go.
 class GateHost : public test::FakeWindow {
 public:
     void InvalidateTile(int index) override {
         FakeWindow::InvalidateTile(index);
-        if (!m_first.exchange(true)) {
+        if ((hold < 0 || index == hold) && !m_first.exchange(true)) {
             arrived.count_down();
             go.wait();
         }
     }
     std::latch arrived{1}, go{1};
+    int hold = -1;
 
 private:
     std::atomic<bool> m_first{false};
@@ -181,18 +185,25 @@ private:
 // Photos of 64 x 48 in a box of 32 x 24: every thumbnail takes kThumb bytes.
 constexpr std::size_t kThumb = 32 * 24 * 4;
 
-TEST_F(WorkerTest, TurningThePageReordersTheWorkAtOnce) {
+TEST_F(WorkerTest, TurningThePageReordersTheWorkAtOnceWithoutWaitingForTheOneInHand) {
     MakePhotos(12);
     GateHost gate;
+    gate.hold = 1; // the first photo beyond the shown one
     list.SetThumbnailSize({32, 24});
+    list.SetVisibleRange(0, 1);
     list.SetWindow(&gate);
     list.Open(dir.path());
-    gate.arrived.wait(); // photo 0 is done, in list order
+    gate.arrived.wait(); // photo 1 is in hand, beyond the shown page
     list.SetVisibleRange(6, 2);
+    // The new page is built while photo 1 is still in hand.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!(Ready(6) && Ready(7)) && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(Ready(6) && Ready(7));
     gate.go.count_down();
     ASSERT_TRUE(list.WaitWorker(20000));
     // The shown page, then the next, the previous and outward.
-    EXPECT_EQ(gate.Tiles(), (std::vector<int>{0, 6, 7, 8, 9, 4, 5, 10, 11, 2, 3, 1}));
+    EXPECT_EQ(gate.Tiles(), (std::vector<int>{0, 1, 6, 7, 8, 9, 4, 5, 10, 11, 2, 3}));
 }
 
 TEST_F(WorkerTest, TheBudgetKeepsTheNearestPagesAndDroppedOnesComeBack) {
