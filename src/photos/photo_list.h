@@ -14,10 +14,9 @@
 // list's lock: the worker takes the next photo under the lock and marks it
 // busy (for itself or the helper); Remove and RemoveCurrent wait until
 // neither works on the photo they free, and Clear, Open and the destructor
-// stop and join both first. So no photo
-// is freed while the worker can reach it. The worker drops thumbnails only
-// under the list's lock and then the photo's; painting reads them through
-// CPhoto::ViewThumbnail.
+// stop and join both first. So no photo is freed while either can reach it.
+// The worker drops thumbnails only under the list's lock and then the
+// photo's; painting reads them through CPhoto::ViewThumbnail.
 
 #include <atomic>
 #include <condition_variable>
@@ -46,8 +45,8 @@ public:
 
     void SetThumbnailSize(Size size) { thumbnailSize = size; }
     void SetScreenSize(Size size) { screenSize = size; }
-    // Receives InvalidateTile(index) on the worker thread after each
-    // thumbnail; null for no notification.
+    // Receives InvalidateTile(index) on the worker's or the helper's thread
+    // after each thumbnail; null for no notification.
     void SetWindow(IEditHost* host) { window.store(host, std::memory_order_release); }
 
     // The page the window shows: `count` photos from `first`. Re-orders the
