@@ -34,6 +34,7 @@ TEST(BatchTransfer, GetPhotosAndRestoreOnAGeneratedCard) {
 
     EXPECT_EQ(RunBatch({"restore", "--photos", photos, "--rule", "", "--yes"}, out), 0) << out;
     EXPECT_TRUE(Contains(out, "Finished restoring")) << out;
+    EXPECT_TRUE(Contains(out, "restored: 5 found, 5 copied and verified, 0 failed")) << out;
     EXPECT_EQ(FileNames(photos), FileNames(photos + "_bak"));
 }
 

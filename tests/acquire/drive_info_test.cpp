@@ -51,6 +51,7 @@ public:
         row("0:40", Mount("ram"), "tmpfs", "tmpfs");
         row("0:41", Mount("net"), "nfs4", "server:/export/photos");
         row("8:17", dir.File("m/gone"), "vfat", Dev("sdb1"));
+        row("8x:17", Mount("garbled"), "vfat", Dev("sdb1")); // no device number: skipped
         PutFile(sources.mountInfo, table);
     }
 
@@ -110,6 +111,7 @@ TEST(DriveInfo, TypesFromTheMountTableAndSysfs) {
         {"net", kDriveRemote, "Remote (Network) Drive", "", true, 5},
         {"gone", kDriveNoRootDir, "Root directory does not exist.", "", false, 6},
         {"not-mounted", kDriveNoRootDir, "Root directory does not exist.", "", false, 6},
+        {"garbled", kDriveNoRootDir, "Root directory does not exist.", "", false, 6},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.mount);

@@ -37,6 +37,11 @@ TEST(JpegCodec, EncodeDecodeRoundTripKeepsPixelsAndResolution) {
     EXPECT_GT(test::Psnr(photo, back), 28.0); // the picture carries sensor noise
     EXPECT_EQ(back.DpiX(), 300.0f);
     EXPECT_EQ(back.PixelAt(10, 10) >> 24, 0xFFu); // opaque
+    // A header with a zero density names no resolution: the default stays.
+    ASSERT_EQ(std::string(bytes.begin() + 6, bytes.begin() + 10), "JFIF");
+    bytes[14] = bytes[15] = 0;
+    ASSERT_TRUE(DecodeBytes(bytes, {}, back, error)) << error;
+    EXPECT_EQ(back.DpiX(), 96.0f);
 }
 
 TEST(JpegCodec, GreyProgressiveAndCmykPicturesDecode) {
