@@ -22,7 +22,7 @@
 #include <string>
 #include <thread>
 
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 #include "photos/photo_list.h"
 #include "support/test_jpeg.h"
 #include "ui/fullscreen_wnd.h"

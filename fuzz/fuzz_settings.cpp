@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::vector<std::uint8_t> bytes(data, data + size);

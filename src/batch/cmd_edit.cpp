@@ -179,10 +179,10 @@ int RunEdit(const Args& input) {
     PictureWriter writer;
     if (hasOut)
         writer = [&](const CPhoto& edited, const Bitmap& picture, UiText& error) {
-            std::string text;
-            if (WriteOut(picture, edited.path, out, quality, text))
+            std::string why;
+            if (WriteOut(picture, edited.path, out, quality, why))
                 return true;
-            error = {"%s", {text}};
+            error = {"%s", {why}};
             return false;
         };
     NullStepProgress progress;

@@ -223,7 +223,7 @@ std::size_t ColorVector(std::uint32_t* px, std::size_t n, const ColorTransform& 
 
 } // namespace
 
-ColorTransform::ColorTransform(const ColorMatrix& matrix, float gamma) {
+ColorTransform::ColorTransform(const ColorMatrix& matrix, float gammaValue) {
     static constexpr int kColumnOfByte[4] = {2, 1, 0, 3};
     for (int o = 0; o < 4; ++o) {
         const int j = kColumnOfByte[o];
@@ -234,12 +234,12 @@ ColorTransform::ColorTransform(const ColorMatrix& matrix, float gamma) {
     alphaAlone = coef[3][0] == 0.0f && coef[3][1] == 0.0f && coef[3][2] == 0.0f &&
                  coef[3][3] == 1.0f && offset[3] == 0.0f && coef[0][3] == 0.0f &&
                  coef[1][3] == 0.0f && coef[2][3] == 0.0f;
-    neutral = matrix.IsIdentity() && gamma == 1.0f;
-    this->gamma = gamma != 1.0f;
-    if (this->gamma) {
+    neutral = matrix.IsIdentity() && gammaValue == 1.0f;
+    gamma = gammaValue != 1.0f;
+    if (gamma) {
         lut.assign(kGammaEntries, 0);
         for (int i = 0; i < kGammaEntries; ++i) {
-            double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gamma));
+            double v = 255.0 * std::pow(double(i) / double(kGammaEntries - 1), double(gammaValue));
             v = v < 0.0 ? 0.0 : (v > 255.0 ? 255.0 : v);
             lut[std::size_t(i)] = std::uint8_t(v + 0.5);
         }

@@ -5,7 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "app/fullscreen_status.h"
+#include "app/fullscreen/fullscreen_status.h"
 #include "imageops/operation.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"

@@ -7,8 +7,8 @@
 #include <QPixmap>
 #include <QScreen>
 
-#include "app/crop_rect.h"
-#include "app/fullscreen_paging.h"
+#include "app/fullscreen/crop_rect.h"
+#include "app/fullscreen/fullscreen_paging.h"
 #include "imageops/apply_edits.h"
 #include "imageops/operation.h"
 #include "imageops/red_eye_click.h"

@@ -17,9 +17,9 @@
 #include <memory>
 #include <string>
 
-#include "app/fullscreen_hover.h"
-#include "app/tile_layout.h"
-#include "app/tool_state.h"
+#include "app/fullscreen/fullscreen_hover.h"
+#include "app/fullscreen/tile_layout.h"
+#include "app/fullscreen/tool_state.h"
 #include "photos/edit_host.h"
 #include "photos/screen_image_maker.h"
 #include "platform/bitmap_recycler.h"

@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/tool_scope.h"
+#include "app/fullscreen/tool_scope.h"
 #include "imageops/image_processor.h"
 #include "imageops/operation.h"
 

@@ -2,7 +2,7 @@
 
 #include <QIntValidator>
 
-#include "app/main_dialog_exchange.h"
+#include "app/main_dialog/main_dialog_exchange.h"
 
 namespace tivox {
 

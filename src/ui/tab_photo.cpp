@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/settings.h"
-#include "app/tool_resize.h"
-#include "app/tool_state.h"
+#include "app/main_dialog/settings.h"
+#include "app/fullscreen/tool_resize.h"
+#include "app/fullscreen/tool_state.h"
 #include "controls/icon_button.h"
 #include "imageops/operation.h"
 #include "photos/photo.h"

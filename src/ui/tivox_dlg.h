@@ -7,7 +7,7 @@
 #include <functional>
 #include <memory>
 
-#include "app/main_dialog_commands.h"
+#include "app/main_dialog/main_dialog_commands.h"
 #include "controls/path_label.h"
 #include "ui/drives_dlg.h"
 #include "ui/qt_seams.h"

@@ -208,8 +208,8 @@ TEST(PhotoTransfer, StopsWithAMessageBeforeAnythingChanges) {
                                 "drive is only ever read.\nAborted.";
     const std::string isFile =
         "The target folder path exists,\nbut it is a file, not a folder.\nAborted.";
-    using Setup = void (*)(TransferRig&);
-    const std::tuple<const char*, Setup, std::string> cases[] = {
+    using Arrange = void (*)(TransferRig&);
+    const std::tuple<const char*, Arrange, std::string> cases[] = {
         {"no drive", [](TransferRig& r) { r.transfer.m_cameraDrive.clear(); }, drive},
         {"no mount point", [](TransferRig& r) { r.transfer.m_cameraDrive = r.card + "/DCIM"; },
          drive},

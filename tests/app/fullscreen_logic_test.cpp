@@ -4,13 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "app/crop_rect.h"
-#include "app/fullscreen_hover.h"
-#include "app/fullscreen_paging.h"
-#include "app/fullscreen_status.h"
-#include "app/tool_resize.h"
-#include "app/tool_scope.h"
-#include "app/tool_state.h"
+#include "app/fullscreen/crop_rect.h"
+#include "app/fullscreen/fullscreen_hover.h"
+#include "app/fullscreen/fullscreen_paging.h"
+#include "app/fullscreen/fullscreen_status.h"
+#include "app/fullscreen/tool_resize.h"
+#include "app/fullscreen/tool_scope.h"
+#include "app/fullscreen/tool_state.h"
 
 namespace tivox {
 namespace {

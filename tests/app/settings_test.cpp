@@ -9,7 +9,7 @@
 #include <random>
 
 #include "acquire/folder_paths.h"
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 #include "support/test_jpeg.h"
 
 namespace tivox::test {

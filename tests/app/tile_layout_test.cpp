@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/tile_layout.h"
+#include "app/fullscreen/tile_layout.h"
 
 namespace tivox {
 namespace {

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 #include "gui/gui_fixture.h"
 #include "photos/photo_list.h"
 #include "ui/fullscreen_wnd.h"

@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "app/tool_state.h"
+#include "app/fullscreen/tool_state.h"
 #include "controls/icon_button.h"
 #include "gui/fullscreen_fixture.h"
 #include "imageops/photo_pool.h"

@@ -15,7 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "acquire/folder_paths.h"
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 #include "controls/icon_button.h"
 #include "gui_fixture.h"
 #include "photos/photo.h"

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 #include "controls/icon_button.h"
 #include "gui_fixture.h"
 #include "photos/photo.h"

@@ -13,8 +13,8 @@
 #include <cmath>
 #include <cstdio>
 
-#include "app/settings.h"
-#include "app/tool_state.h"
+#include "app/main_dialog/settings.h"
+#include "app/fullscreen/tool_state.h"
 #include "photos/photo.h"
 #include "photos/photo_list.h"
 #include "platform/bitmap.h"

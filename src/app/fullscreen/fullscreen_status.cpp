@@ -1,4 +1,4 @@
-#include "app/fullscreen_status.h"
+#include "app/fullscreen/fullscreen_status.h"
 
 namespace tivox {
 namespace {

@@ -7,9 +7,9 @@
 
 #include "acquire/mount_table.h"
 #include "acquire/photo_transfer.h"
-#include "app/main_dialog_exchange.h"
-#include "app/main_dialog_fields.h"
-#include "app/settings.h"
+#include "app/main_dialog/main_dialog_exchange.h"
+#include "app/main_dialog/main_dialog_fields.h"
+#include "app/main_dialog/settings.h"
 #include "platform/user_seams.h"
 
 namespace tivox {

@@ -1,4 +1,4 @@
-#include "app/fullscreen_hover.h"
+#include "app/fullscreen/fullscreen_hover.h"
 
 namespace tivox {
 namespace {

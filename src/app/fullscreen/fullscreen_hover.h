@@ -4,7 +4,7 @@
 // Cells come from CTileLayout::GetCellRect, so a move inside one cell repaints
 // nothing. UI thread only.
 
-#include "app/tile_layout.h"
+#include "app/fullscreen/tile_layout.h"
 #include "platform/geometry.h"
 
 namespace tivox {

@@ -1,4 +1,4 @@
-#include "app/tool_resize.h"
+#include "app/fullscreen/tool_resize.h"
 
 namespace tivox {
 

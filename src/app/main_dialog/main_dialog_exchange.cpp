@@ -1,4 +1,4 @@
-#include "app/main_dialog_exchange.h"
+#include "app/main_dialog/main_dialog_exchange.h"
 
 #include <cctype>
 #include <cstdint>

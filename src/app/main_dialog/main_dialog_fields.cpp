@@ -1,7 +1,7 @@
-#include "app/main_dialog_fields.h"
+#include "app/main_dialog/main_dialog_fields.h"
 
 #include "acquire/folder_paths.h"
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 
 namespace tivox {
 

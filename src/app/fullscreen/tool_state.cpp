@@ -1,4 +1,4 @@
-#include "app/tool_state.h"
+#include "app/fullscreen/tool_state.h"
 
 namespace tivox {
 

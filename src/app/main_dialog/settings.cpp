@@ -1,4 +1,4 @@
-#include "app/settings.h"
+#include "app/main_dialog/settings.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "app/tile_layout.h"
+#include "app/fullscreen/tile_layout.h"
 
 namespace tivox {
 

@@ -1,4 +1,4 @@
-#include "app/crop_rect.h"
+#include "app/fullscreen/crop_rect.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "app/fullscreen_paging.h"
+#include "app/fullscreen/fullscreen_paging.h"
 
 namespace tivox {
 

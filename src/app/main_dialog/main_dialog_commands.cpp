@@ -1,4 +1,4 @@
-#include "app/main_dialog_commands.h"
+#include "app/main_dialog/main_dialog_commands.h"
 
 #include <cstdio>
 #include <ctime>

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "app/main_dialog_fields.h"
+#include "app/main_dialog/main_dialog_fields.h"
 #include "platform/user_seams.h"
 
 namespace tivox {

@@ -1,4 +1,4 @@
-#include "app/tool_scope.h"
+#include "app/fullscreen/tool_scope.h"
 
 namespace tivox {
 
