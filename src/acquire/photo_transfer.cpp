@@ -13,6 +13,7 @@
 #include "acquire/photo_copier.h"
 #include "exif/exif_reader.h"
 #include "exif/exif_tags.h"
+#include "platform/path_overlap.h"
 
 namespace tivox {
 
@@ -36,21 +37,11 @@ FolderContents ContentsToGo(const std::string& photos) {
     return PathExists(photos) ? CountFolderContents(photos) : FolderContents{};
 }
 
-// True when the folder lies inside the card, or the card inside it, after
-// links are resolved (as far as the paths exist). A folder path that ends in
-// "/" is never emptied (it fails EnsureFolder), so it overlaps nothing.
+// True when the folder lies inside the card, or the card inside it. A folder
+// path that ends in "/" is never emptied (it fails EnsureFolder), so it
+// overlaps nothing.
 bool PathsOverlap(const std::string& a, const std::string& b) {
-    if (a.empty() || a.back() == '/')
-        return false;
-    std::error_code ec1, ec2;
-    const std::string x = std::filesystem::weakly_canonical(a, ec1).string();
-    const std::string y = std::filesystem::weakly_canonical(b, ec2).string();
-    if (ec1 || ec2)
-        return false;
-    const auto inside = [](const std::string& inner, const std::string& outer) {
-        return inner == outer || outer == "/" || inner.rfind(outer + "/", 0) == 0;
-    };
-    return inside(x, y) || inside(y, x);
+    return !a.empty() && a.back() != '/' && FoldersOverlap(a, b);
 }
 
 // One text per singular and plural of the two counts, in the order 1 file
