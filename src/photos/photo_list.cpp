@@ -68,13 +68,13 @@ void CPhotoList::Open(const std::string& folder) {
 void CPhotoList::Scan(const std::string& folder) {
     std::vector<FolderEntry> entries;
     ListFolder(folder, entries); // a folder that cannot be entered adds nothing
+    photos.reserve(photos.size() + entries.size());
     for (const FolderEntry& e : entries) {
-        const std::string full = folder + e.name;
         if (e.kind == EntryKind::Folder) {
-            Scan(full + "/");
+            Scan(folder + e.name + "/");
         } else if (e.kind == EntryKind::File && EndsWithJpg(e.name)) {
             auto photo = std::make_unique<CPhoto>();
-            photo->SetPath(full);
+            photo->path = folder + e.name;
             photos.push_back(std::move(photo));
         }
     }
