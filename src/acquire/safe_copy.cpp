@@ -14,6 +14,7 @@
 #include "acquire/file_walker.h"
 #include "acquire/upright_photo.h"
 #include "exif/exif_orientation.h"
+#include "platform/atomic_file.h"
 
 namespace tivox {
 
@@ -148,17 +149,10 @@ bool CStagedCopies::CopyTurned(int in, int out, std::size_t head, int orientatio
                                std::uint64_t& hash, bool& turned, UiText& cause) {
     std::vector<std::uint8_t> photo(m_buffer.begin(), m_buffer.begin() + long(head));
     struct stat st {};
-    if (fstat(in, &st) == 0 && st.st_size > 0)
-        photo.reserve(std::size_t(st.st_size)); // one allocation, no copies as it grows
-    for (;;) {
-        const ssize_t n = ReadOn(in, m_buffer.data(), m_buffer.size());
-        if (n == 0)
-            break;
-        if (n < 0) {
-            cause = SystemCause(kCannotRead, errno);
-            return false;
-        }
-        photo.insert(photo.end(), m_buffer.begin(), m_buffer.begin() + n);
+    const std::size_t size = fstat(in, &st) == 0 && st.st_size > 0 ? std::size_t(st.st_size) : 0;
+    if (!AppendRest(in, photo, size)) {
+        cause = SystemCause(kCannotRead, errno);
+        return false;
     }
     // The turn is made from the bytes just read, and the check compares the
     // copy with the turned bytes. A photo that can't be turned perfectly

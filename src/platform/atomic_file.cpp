@@ -1,5 +1,6 @@
 #include "platform/atomic_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -49,26 +50,31 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, st
         error = "not a regular file: " + path;
         return false;
     }
+    bytes.clear();
+    if (!AppendRest(fd.get(), bytes, std::size_t(st.st_size))) {
+        error = Describe("cannot read", path);
+        bytes.clear();
+        return false;
+    }
+    return true;
+}
+
+bool AppendRest(int fd, std::vector<std::uint8_t>& bytes, std::size_t sizeHint) {
     // Grow as we go: the file may change size while it is read.
-    std::size_t used = 0;
-    bytes.resize(std::size_t(st.st_size) + 1);
+    std::size_t used = bytes.size();
+    bytes.resize(std::max(used, sizeHint) + 1);
     for (;;) {
         if (used == bytes.size())
             bytes.resize(bytes.size() * 2 + 4096);
-        const ssize_t n = ::read(fd.get(), bytes.data() + used, bytes.size() - used);
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            error = Describe("cannot read", path);
-            bytes.clear();
-            return false;
+        const ssize_t n = ::read(fd, bytes.data() + used, bytes.size() - used);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0) {
+            bytes.resize(used);
+            return n == 0;
         }
-        if (n == 0)
-            break;
         used += std::size_t(n);
     }
-    bytes.resize(used);
-    return true;
 }
 
 bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size_t size,

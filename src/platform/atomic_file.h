@@ -17,6 +17,11 @@ namespace tivox {
 // Reads all of `path` into `bytes` (reusing its capacity).
 bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error);
 
+// Appends what is left to read of `fd` to `bytes` (`sizeHint` is the size
+// expected in all, to allocate once), to the true end even when the file
+// grows or shrinks meanwhile. False with errno set on a read error.
+bool AppendRest(int fd, std::vector<std::uint8_t>& bytes, std::size_t sizeHint = 0);
+
 // Creates or truncates `path` and writes `size` bytes to it. With `sync` the
 // data is flushed to the disc before the file is closed. For new files only:
 // a photo is replaced with WriteFileDurably.
