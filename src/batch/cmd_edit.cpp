@@ -64,15 +64,10 @@ bool WriteOut(const Bitmap& image, const std::string& photoPath, const std::stri
               int quality, std::string& error) {
     if (IsPnmName(out))
         return WritePnmFile(image, out, error);
-    std::vector<std::uint8_t> bytes, original;
-    JpegEncoder encoder;
-    if (!encoder.Encode(image, quality, bytes, error)) {
+    std::vector<std::uint8_t> bytes;
+    if (!EncodeEditedPhoto(image, quality, photoPath, bytes, error)) {
         error = "Save failed: " + out + " (" + error + ")";
         return false;
-    }
-    if (ReadWholeFile(photoPath, original, error)) {
-        CopyMetadataSections(original, bytes);
-        UpdateExifToPicture(bytes, {&image, {}, 1}, error); // the pixels stand upright
     }
     UiText failure;
     if (WriteFileDurably(out, bytes.data(), bytes.size(), failure))

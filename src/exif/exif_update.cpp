@@ -5,6 +5,7 @@
 #include <exception>
 #include <mutex>
 
+#include "platform/atomic_file.h"
 #include "platform/orientation.h"
 #include "platform/resampler.h"
 
@@ -239,6 +240,19 @@ bool UpdateExifToPicture(std::vector<std::uint8_t>& jpeg, const PictureChange& c
         error = std::string("EXIF data not updated: ") + e.what();
         return false;
     }
+}
+
+bool EncodeEditedPhoto(const Bitmap& picture, int quality, const std::string& photoPath,
+                       std::vector<std::uint8_t>& jpeg, std::string& error) {
+    if (!JpegEncoder().Encode(picture, quality, jpeg, error))
+        return false;
+    std::vector<std::uint8_t> original;
+    std::string ignored;
+    if (ReadWholeFile(photoPath, original, ignored)) {
+        CopyMetadataSections(original, jpeg);
+        UpdateExifToPicture(jpeg, {&picture, {}, 1}, ignored);
+    }
+    return true;
 }
 
 } // namespace tivox

@@ -40,4 +40,11 @@ struct PictureChange {
 bool UpdateExifToPicture(std::vector<std::uint8_t>& jpeg, const PictureChange& change,
                          std::string& error);
 
+// An edited picture of the photo at `photoPath` as JPEG bytes at `quality`,
+// with the photo's metadata made true to it. Pictures are edited upright, so
+// Orientation becomes 1. False only when the encoding fails; metadata that
+// cannot be read or updated stays out or as it was, and the picture is kept.
+bool EncodeEditedPhoto(const Bitmap& picture, int quality, const std::string& photoPath,
+                       std::vector<std::uint8_t>& jpeg, std::string& error);
+
 } // namespace tivox

@@ -173,20 +173,10 @@ bool CPhoto::SaveAsJpeg(int quality, BitmapRecycler* recycler, UiText* error) {
     std::string detail;
     std::vector<std::uint8_t> bytes;
     bool encoded = false;
-    if (fullImage && !fullImage->IsEmpty()) {
-        JpegEncoder encoder;
-        encoded = encoder.Encode(*fullImage, quality, bytes, detail);
-        // The camera's metadata stays with the photo.
-        std::vector<std::uint8_t> original;
-        if (encoded && ReadWholeFile(path, original, detail)) {
-            CopyMetadataSections(original, bytes);
-            // Sizes and thumbnail follow the edits. The full image was
-            // decoded upright, so the pixels now stand as shown: Orientation
-            // 1. Should the metadata refuse the update, the user's picture
-            // is still written.
-            UpdateExifToPicture(bytes, {fullImage.get(), {}, 1}, detail);
-        }
-    }
+    // The camera's metadata stays with the photo, its sizes and thumbnail
+    // following the edits.
+    if (fullImage && !fullImage->IsEmpty())
+        encoded = EncodeEditedPhoto(*fullImage, quality, path, bytes, detail);
     DropFullImage(recycler);
     UiText failure{TIVOX_TR("Could not write %s"), {path}};
     const bool saved = encoded && WriteFileDurably(path, bytes.data(), bytes.size(), failure);
