@@ -43,13 +43,9 @@ PassResult WriteGalleryPictures(const std::vector<std::string>& photos, const CO
                     errors[std::size_t(item)] = std::move(error);
             },
             threads);
-        int done = 0;
-        for (int item = pool.WaitNext(); item >= 0; item = pool.WaitNext()) {
-            if (!result.cancelled && !steps.Step(++done) && done < count) {
-                pool.Cancel();
-                result.cancelled = true;
-            }
-        }
+        // As for the other work on the pool: cancelled when a photo was left
+        // out.
+        result.cancelled = CollectSteps(pool, steps, count, [](int) {}) < count;
     }
     for (std::optional<UiText>& error : errors)
         if (error)
