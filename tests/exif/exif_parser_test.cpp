@@ -31,9 +31,7 @@ Parsed ParsePayload(Bytes payload) {
 }
 
 Parsed Parse(const TiffIfd& ifd0, ByteOrder order = ByteOrder::Little) {
-    TiffOptions options;
-    options.order = order;
-    return ParsePayload(ExifPayload(ifd0, options));
+    return ParsePayload(ExifPayload(ifd0, order));
 }
 
 // Most tags live in the Exif sub-directory of a camera file.

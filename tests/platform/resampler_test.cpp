@@ -37,11 +37,31 @@ TEST(ScaledDecodeSize, SmallestDctScaleCoveringTheTarget) {
     EXPECT_EQ(ScaledDecodeSize({600, 400}, {1, 1}), (Size{75, 50}));
 }
 
+// A zone plate: grey rings whose frequency rises with the distance from the
+// centre, up to the pixel frequency at the corners.
+bool ZonePlate(int size, Bitmap& out) {
+    if (!out.Reset(size, size))
+        return false;
+    const double c = size / 2.0;
+    // Phase k * r^2 gives the local frequency k * r / pi cycles per pixel;
+    // it reaches 0.5 (the pixel limit) at the edge's middle.
+    const double k = 3.14159265358979 / (2.0 * c);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const double dx = x + 0.5 - c, dy = y + 0.5 - c;
+            const auto v =
+                std::uint8_t(std::lround(127.5 + 127.5 * std::cos(k * (dx * dx + dy * dy))));
+            out.SetPixel(x, y, 0xFF000000u | v << 16 | v << 8 | v);
+        }
+    }
+    return true;
+}
+
 // How close shrinking comes to the area average is checked on thumbnails
 // with the photo tests.
 TEST(Resampler, ZonePlateDoesNotAlias) {
     Bitmap plate, small;
-    ASSERT_TRUE(test::ZonePlate(512, plate));
+    ASSERT_TRUE(ZonePlate(512, plate));
     ASSERT_TRUE(Resampler().Scale(plate, 64, 64, small));
     // The frequency at radius d is d / 512 cycles per source pixel; after a
     // shrink by 8 the output limit lies at d = 32, 4 output pixels. Rings well

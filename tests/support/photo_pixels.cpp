@@ -83,24 +83,6 @@ bool PhotoBitmap(int width, int height, std::uint32_t seed, Bitmap& out) {
     return true;
 }
 
-bool ZonePlate(int size, Bitmap& out) {
-    if (!out.Reset(size, size))
-        return false;
-    const double c = size / 2.0;
-    // Phase k * r^2 gives the local frequency k * r / pi cycles per pixel;
-    // it reaches 0.5 (the pixel limit) at the edge's middle.
-    const double k = 3.14159265358979 / (2.0 * c);
-    for (int y = 0; y < size; ++y) {
-        for (int x = 0; x < size; ++x) {
-            const double dx = x + 0.5 - c, dy = y + 0.5 - c;
-            const auto v =
-                std::uint8_t(std::lround(127.5 + 127.5 * std::cos(k * (dx * dx + dy * dy))));
-            out.SetPixel(x, y, 0xFF000000u | v << 16 | v << 8 | v);
-        }
-    }
-    return true;
-}
-
 bool WritePhotoJpeg(const std::string& path, int width, int height, std::uint32_t seed,
                     int quality) {
     Bitmap pixels;

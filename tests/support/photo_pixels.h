@@ -13,10 +13,6 @@ namespace tivox::test {
 // Fills `out` (made width x height) with a deterministic picture for `seed`.
 bool PhotoBitmap(int width, int height, std::uint32_t seed, Bitmap& out);
 
-// A zone plate: grey rings whose frequency rises with the distance from the
-// centre, up to the pixel frequency at the corners.
-bool ZonePlate(int size, Bitmap& out);
-
 // PhotoBitmap encoded at `quality` (4:2:0) and written to `path`.
 bool WritePhotoJpeg(const std::string& path, int width, int height, std::uint32_t seed,
                     int quality = 90);

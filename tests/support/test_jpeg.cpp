@@ -122,8 +122,7 @@ Bytes MakeJpeg(const TestJpegOptions& o) {
 
     // Cameras write no JFIF section beside their EXIF section.
     std::size_t rest = 2;
-    if (!o.exif.empty() && !o.keepJfif && encoded[2] == 0xFF && encoded[3] == 0xE0 &&
-        encoded.size() > 6)
+    if (!o.exif.empty() && encoded[2] == 0xFF && encoded[3] == 0xE0 && encoded.size() > 6)
         rest = 4 + std::size_t(encoded[4] << 8 | encoded[5]);
     out.insert(out.end(), encoded.begin() + long(rest), encoded.end());
     return out;
@@ -147,15 +146,12 @@ Bitmap Shown(const Bitmap& stored, int o) {
     return shown;
 }
 
-Bitmap Stored(const Bitmap& upright, int o) {
-    // Turning right and turning left undo each other; the rest undo themselves.
-    return Shown(upright, o == 6 ? 8 : o == 8 ? 6 : o);
-}
-
 Bytes CameraJpeg(const Bitmap& upright, int orientation) {
     Bytes pixels;
     std::string error;
-    if (!JpegEncoder().Encode(Stored(upright, orientation), 95, pixels, error) || pixels.size() < 6)
+    // Turning right and turning left undo each other; the rest undo themselves.
+    const int undo = orientation == 6 ? 8 : orientation == 8 ? 6 : orientation;
+    if (!JpegEncoder().Encode(Shown(upright, undo), 95, pixels, error) || pixels.size() < 6)
         return {};
     CameraExif exif;
     exif.orientation = orientation;
@@ -206,7 +202,7 @@ std::vector<Segment> FrameAndScan(int width, int height, int components, std::ui
     return {Segment{frameMarker, frame, {}, 0}, Segment{0xDA, scan, {}, 0}};
 }
 
-TiffIfd CameraIfd(const CameraExif& e) {
+static TiffIfd CameraIfd(const CameraExif& e) {
     TiffIfd exif;
     exif.Rational(0x829A, 10, 600)
         .Rational(0x829D, 28, 10)
@@ -242,9 +238,7 @@ TiffIfd CameraIfd(const CameraExif& e) {
 }
 
 Bytes CameraExifPayload(const CameraExif& e) {
-    TiffOptions options;
-    options.order = e.order;
-    return ExifPayload(CameraIfd(e), options);
+    return ExifPayload(CameraIfd(e), e.order);
 }
 
 Bytes Truncated(const Bytes& bytes, std::size_t n) {

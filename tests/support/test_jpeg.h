@@ -42,10 +42,9 @@ struct CameraExif {
     Bytes thumbnail; // non-empty: a thumbnail directory behind the first one
 };
 
-// The TIFF directory of these values (IFD0 with Make, Model, Orientation and
-// resolutions, a 0x8769 sub-directory with version, date, exposure and flash).
-TiffIfd CameraIfd(const CameraExif& exif);
-// Its APP1 payload ("Exif\0\0" + TIFF).
+// The APP1 payload ("Exif\0\0" + TIFF) of these values: IFD0 with Make,
+// Model, Orientation and resolutions, a 0x8769 sub-directory with version,
+// date, exposure and flash.
 Bytes CameraExifPayload(const CameraExif& exif);
 
 struct TestJpegOptions {
@@ -60,7 +59,6 @@ struct TestJpegOptions {
     Bytes exif;                        // APP1 payload ("Exif\0\0..."); empty: none
     std::vector<std::string> comments; // COM sections, after the EXIF section
     std::vector<Segment> extra;        // further sections, after the comments
-    bool keepJfif = false;             // keep the encoder's APP0 even with EXIF
 };
 
 // The options of a picture of this size and pattern, the rest as above.
@@ -72,10 +70,8 @@ Bytes MakeJpeg(const TestJpegOptions& options);
 
 // What a viewer shows of a `stored` picture under the EXIF Orientation `o`,
 // by the tag's own definition: the sides the stored first row and first
-// column stand on once upright. Stored() is the inverse: the picture a
-// camera stores to be shown as `upright`.
+// column stand on once upright.
 Bitmap Shown(const Bitmap& stored, int orientation);
-Bitmap Stored(const Bitmap& upright, int orientation);
 // `upright` as a camera turned by `orientation` writes it: the stored pixels
 // at quality 95 with camera EXIF that carries the tag and, as the embedded
 // thumbnail, the same stored picture (keep it small).

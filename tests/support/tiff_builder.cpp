@@ -256,21 +256,21 @@ TiffIfd& TiffIfd::CountField(std::uint16_t count) {
     return *this;
 }
 
-std::vector<std::uint8_t> BuildTiff(const TiffIfd& first, const TiffOptions& options) {
-    TiffWriter writer(options.order);
+std::vector<std::uint8_t> BuildTiff(const TiffIfd& first, ByteOrder order) {
+    TiffWriter writer(order);
     writer.out.resize(8);
-    const char mark = options.order == ByteOrder::Big ? 'M' : 'I';
+    const char mark = order == ByteOrder::Big ? 'M' : 'I';
     writer.out[0] = std::uint8_t(mark);
     writer.out[1] = std::uint8_t(mark);
-    writer.Put16(2, options.magic);
-    writer.Put32(4, options.firstIfdField);
+    writer.Put16(2, 42);
+    writer.Put32(4, 8);
     writer.WriteIfd(first);
     return writer.out;
 }
 
-std::vector<std::uint8_t> ExifPayload(const TiffIfd& first, const TiffOptions& options) {
+std::vector<std::uint8_t> ExifPayload(const TiffIfd& first, ByteOrder order) {
     std::vector<std::uint8_t> payload = {'E', 'x', 'i', 'f', 0, 0};
-    const std::vector<std::uint8_t> tiff = BuildTiff(first, options);
+    const std::vector<std::uint8_t> tiff = BuildTiff(first, order);
     payload.insert(payload.end(), tiff.begin(), tiff.end());
     return payload;
 }

@@ -101,16 +101,10 @@ struct TiffIfd::Entry {
     std::vector<std::uint8_t> thumbnailBytes; // on the offset entry
 };
 
-struct TiffOptions {
-    ByteOrder order = ByteOrder::Little;
-    std::uint32_t firstIfdField = 8; // the value written in the header; the
-                                     // first directory is always at offset 8
-    std::uint16_t magic = 42;
-};
-
-// The TIFF bytes, starting with the byte order mark.
-std::vector<std::uint8_t> BuildTiff(const TiffIfd& first, const TiffOptions& options = {});
+// The TIFF bytes, starting with the byte order mark; the first directory
+// stands at offset 8.
+std::vector<std::uint8_t> BuildTiff(const TiffIfd& first, ByteOrder order = ByteOrder::Little);
 // "Exif\0\0" followed by the TIFF bytes: the payload of an EXIF APP1 section.
-std::vector<std::uint8_t> ExifPayload(const TiffIfd& first, const TiffOptions& options = {});
+std::vector<std::uint8_t> ExifPayload(const TiffIfd& first, ByteOrder order = ByteOrder::Little);
 
 } // namespace tivox::test
