@@ -306,23 +306,6 @@ TEST_F(WorkerTest, ShownPhotosWithoutThumbnailsViewTheirEmbeddedPreview) {
     EXPECT_FALSE(list.PhotoAt(1)->HasPreview());
 }
 
-TEST_F(WorkerTest, FilesDeletedOrReplacedUnderTheWorkerGiveEmptyThumbnails) {
-    MakePhotos(8);
-    list.Open(dir.path());
-    for (int i = 0; i < 8; i += 2)
-        fs::remove(Name(i));
-    ASSERT_TRUE(test::WriteFile(Name(7), {0xFF, 0xD8, 0xFF}));
-    ASSERT_TRUE(list.WaitWorker(20000));
-    // The untouched ones still get their pictures; the others get one or an
-    // empty thumbnail, depending on who was quicker.
-    for (int i = 0; i < 8; ++i) {
-        ASSERT_TRUE(Ready(i));
-        if (i % 2 == 1 && i != 7) {
-            EXPECT_FALSE(list.PhotoAt(i)->thumbnail->IsEmpty()) << i;
-        }
-    }
-}
-
 TEST_F(WorkerTest, CursorLoopsSurviveRemoval) {
     MakePhotos(5);
     list.Open(dir.path());
