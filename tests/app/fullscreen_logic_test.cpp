@@ -40,19 +40,6 @@ TEST(FullScreenPaging, PagesPhotosAndMarkersWrap) {
 }
 
 TEST(ToolState, RatiosAndLeavingTheTools) {
-    // Height over width of the prints; 13x18 and 18x24 are 5x7 and 7x9.5 inches.
-    const struct {
-        int mode, group;
-        float ratio;
-    } rows[] = {
-        {ModeSelect, 0, 0},           {ModeCrop7x10, 1, 0.75f},     {ModeCrop9x13, 1, 0.7f},
-        {ModeCrop10x15, 1, 2.0f / 3}, {ModeCrop13x18, 1, 5.0f / 7}, {ModeCrop18x24, 1, 14.0f / 19},
-        {ModeCropFree, 1, 0},         {ModeCropPlaced, 8, 0},       {ModeRedEye, 9, 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(GetModeGroup(row.mode), row.group) << row.mode;
-        EXPECT_EQ(CropAspectOf(row.mode), row.ratio) << row.mode;
-    }
-
     // An upright photo turns the ratio on entering a drawing tool, and only then.
     CToolState tools;
     int asked = 0;

@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QSlider>
@@ -19,7 +18,6 @@
 #include "controls/icon_button.h"
 #include "gui_fixture.h"
 #include "photos/photo.h"
-#include "ui/about_dlg.h"
 #include "ui/fullscreen_editing.h"
 
 namespace fs = std::filesystem;
@@ -247,17 +245,6 @@ TEST(MainDialog, ALongDrivePathWidensTheWindowThenGivesWayInTheMiddle) {
     EXPECT_EQ(label->toolTip().toStdString(), drive);
     ASSERT_TRUE(rig.dlg->Commands().UpdateData(true));
     EXPECT_EQ(rig.dlg->Fields().m_cameraDrive, drive);
-}
-
-TEST(MainDialog, AboutBoxShowsNameVersionAndPurpose) {
-    CAboutDlg about;
-    EXPECT_EQ(about.windowTitle(), "About Tivox");
-    QStringList texts;
-    for (QLabel* label : about.findChildren<QLabel*>())
-        texts << label->text();
-    EXPECT_TRUE(texts.contains("Tivox Version 1.5"));
-    EXPECT_TRUE(texts.contains(
-        "Transfers photos from digital cameras\nto PCs and helps with photo maintenance."));
 }
 
 TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
