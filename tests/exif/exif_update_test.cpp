@@ -83,15 +83,23 @@ std::string NewWarnings(const std::string& before, const std::string& after) {
     return fresh;
 }
 
-// The embedded thumbnail, decoded.
+// The embedded thumbnails, decoded (empty where there is none), from one run.
+std::map<std::string, Bitmap> Thumbnails(const std::vector<std::string>& paths) {
+    std::string command = "exiftool -q -b -ThumbnailImage -W %d%f.thumb.jpg";
+    for (const std::string& path : paths)
+        command += " " + ShellQuote(path);
+    Capture(command);
+    std::map<std::string, Bitmap> thumbs;
+    for (const std::string& path : paths) {
+        const auto out = std::filesystem::path(path).replace_extension(".thumb.jpg");
+        std::string error;
+        DecodeJpegFile(out, {}, thumbs[path], error);
+        std::filesystem::remove(out);
+    }
+    return thumbs;
+}
 Bitmap Thumbnail(const std::string& path) {
-    const std::string out = path + ".thumb.jpg";
-    Capture("exiftool -b -ThumbnailImage " + ShellQuote(path) + " > " + ShellQuote(out));
-    Bitmap thumb;
-    std::string error;
-    DecodeJpegFile(out, {}, thumb, error);
-    std::filesystem::remove(out);
-    return thumb;
+    return std::move(Thumbnails({path})[path]);
 }
 
 std::uint32_t Red(std::uint32_t argb) {
@@ -214,6 +222,7 @@ TEST(ExifUpdate, CameraFilesStayTrueAfterCropResizeAndTurn) {
         const std::vector<std::string> files = {source, cropped, resized, turned};
         auto tags = TagsOf(files);
         auto warnings = Warnings(files);
+        auto thumbs = Thumbnails(files);
         const Tags& before = tags[source];
         // exiv2 cannot lay out maker notes whose own directories are already
         // broken without an overlap; their warnings are not compared.
@@ -235,7 +244,7 @@ TEST(ExifUpdate, CameraFilesStayTrueAfterCropResizeAndTurn) {
                 makerNotes[1] += tag.starts_with("[MakerNotes]");
             EXPECT_EQ(makerNotes[1], makerNotes[0]);
             if (before.count("[EXIF] ThumbnailLength")) {
-                const Bitmap thumb = Thumbnail(file);
+                const Bitmap& thumb = thumbs[file];
                 ASSERT_FALSE(thumb.IsEmpty());
                 EXPECT_LE(std::max(thumb.Width(), thumb.Height()), kExifThumbnailSide);
                 const double w = std::stod(after["[File] ImageWidth"]);
