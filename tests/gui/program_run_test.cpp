@@ -20,14 +20,14 @@
 namespace tivox::test {
 namespace {
 
-// Runs the dialog as the program does while `user` acts from inside its
-// event loop; a user who stops early still ends the dialog.
 Bytes ReadBytes(const std::string& path) {
     Bytes bytes;
     EXPECT_TRUE(ReadFile(path, bytes));
     return bytes;
 }
 
+// Runs the dialog as the program does while `user` acts from inside its
+// event loop; a user who stops early still ends the dialog.
 void RunWithUser(CTivoxDlg& dialog, const std::function<void()>& user) {
     QTimer::singleShot(0, [&] {
         user();

@@ -14,9 +14,8 @@
 namespace tivox {
 namespace {
 
-// The arguments as one line; the tests' folder names hold no blanks.
-int RunBatch(const std::string& args) {
-    return test::Capture(std::string(TIVOX_BATCH_EXE) + " " + args + " </dev/null 2>&1").exitCode;
+int RunBatch(const std::vector<std::string>& args) {
+    return test::RunBatch(args).exitCode;
 }
 
 class BatchPhotos : public ::testing::Test {
@@ -38,7 +37,7 @@ protected:
 };
 
 TEST_F(BatchPhotos, ThumbsWritesTheWorkersPictures) {
-    ASSERT_EQ(RunBatch("thumbs " + in + " --box 48x48 --out " + out + " --ext ppm"), 0);
+    ASSERT_EQ(RunBatch({"thumbs", in, "--box", "48x48", "--out", out, "--ext", "ppm"}), 0);
     const Bitmap a = ReadPnm(out + "/a.ppm"), b = ReadPnm(out + "/b.ppm");
     EXPECT_EQ(a.Width(), 48);
     EXPECT_EQ(a.Height(), 32);
@@ -48,34 +47,35 @@ TEST_F(BatchPhotos, ThumbsWritesTheWorkersPictures) {
     photo.SetPath(in + "/a.jpg");
     Bitmap* thumb = photo.MakeThumbnail({48, 48});
     EXPECT_EQ(0, std::memcmp(thumb->Data(), a.Data(), a.ByteSize()));
-    EXPECT_EQ(RunBatch("thumbs " + in + " --out " + out), 2);
+    EXPECT_EQ(RunBatch({"thumbs", in, "--out", out}), 2);
 }
 
 TEST_F(BatchPhotos, ShowReadsPpmAndWritesPam) {
-    ASSERT_EQ(RunBatch("show " + in + "/a.jpg --screen 192x192 --out " + out + "/s.ppm"), 0);
-    ASSERT_EQ(RunBatch("show " + out + "/s.ppm --screen 96x96 --out " + out + "/t.pam"), 0);
+    ASSERT_EQ(RunBatch({"show", in + "/a.jpg", "--screen", "192x192", "--out", out + "/s.ppm"}), 0);
+    ASSERT_EQ(RunBatch({"show", out + "/s.ppm", "--screen", "96x96", "--out", out + "/t.pam"}), 0);
     const Bitmap t = ReadPnm(out + "/t.pam");
     EXPECT_EQ(t.Width(), 96);
     EXPECT_EQ(t.Height(), 64);
-    EXPECT_EQ(RunBatch("show " + in + "/missing.jpg --screen 96x96 --out " + out + "/u.jpg"), 1);
+    EXPECT_EQ(RunBatch({"show", in + "/missing.jpg", "--screen", "96x96", "--out", out + "/u.jpg"}),
+              1);
 }
 
 TEST_F(BatchPhotos, TransformTurnsFilesInPlace) {
     const std::string file = in + "/a.jpg";
-    ASSERT_EQ(RunBatch("transform right " + file), 0);
+    ASSERT_EQ(RunBatch({"transform", "right", file}), 0);
     CPhoto photo;
     photo.SetPath(file);
     photo.LoadScaled({1000, 1000});
     EXPECT_EQ(photo.sourceSize, (Size{64, 96}));
     test::Bytes once, again;
     ASSERT_TRUE(test::ReadFile(file, once));
-    ASSERT_EQ(RunBatch("transform left " + file), 0);
-    ASSERT_EQ(RunBatch("transform right " + file), 0);
-    ASSERT_EQ(RunBatch("transform 180 " + file + " " + file), 0); // each name in turn
+    ASSERT_EQ(RunBatch({"transform", "left", file}), 0);
+    ASSERT_EQ(RunBatch({"transform", "right", file}), 0);
+    ASSERT_EQ(RunBatch({"transform", "180", file, file}), 0); // each name in turn
     ASSERT_TRUE(test::ReadFile(file, again));
     EXPECT_EQ(once, again);
-    EXPECT_EQ(RunBatch("transform spin " + file), 2);
-    EXPECT_EQ(RunBatch("transform 180 " + in + "/missing.jpg"), 1);
+    EXPECT_EQ(RunBatch({"transform", "spin", file}), 2);
+    EXPECT_EQ(RunBatch({"transform", "180", in + "/missing.jpg"}), 1);
 }
 
 } // namespace
