@@ -60,23 +60,6 @@ protected:
     CImageProcessor processor;
 };
 
-TEST_F(EditTest, CropOfAPhotoTwiceTheScreenAtCommit) {
-    // 2048 x 1536 shown on 1024 x 768 fills the screen: s = 2.
-    Open(2048, 1536);
-    photo.edits.SetCrop(Rect{100, 100, 200, 150});
-    Bitmap* full = ApplyEdits(photo, editAll, window, true);
-    ASSERT_TRUE(full);
-    ASSERT_EQ(full->Width(), 400);
-    ASSERT_EQ(full->Height(), 300);
-    const Bitmap source = test::Decoded(photo.path);
-    for (int y = 0; y < 300; y += 7)
-        for (int x = 0; x < 400; x += 7)
-            ASSERT_EQ(full->PixelAt(x, y), source.PixelAt(200 + x, 200 + y));
-    ASSERT_TRUE(photo.thumbnail);             // the thumbnail follows the commit
-    EXPECT_EQ(photo.thumbnail->Width(), 117); // 4:3 fitted into 120 x 88
-    EXPECT_EQ(photo.thumbnail->Height(), 88);
-}
-
 TEST_F(EditTest, CommitRunsThePassesInFixedOrder) {
     Show(640, 480);
     CPendingEdits& e = photo.edits;
