@@ -24,7 +24,7 @@
 
 #include "app/main_dialog/settings.h"
 #include "photos/photo_list.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 #include "ui/fullscreen_wnd.h"
 
 namespace {

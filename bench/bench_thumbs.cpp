@@ -12,7 +12,7 @@
 #include "photos/photo_list.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
-#include "support/photo_pixels.h"
+#include "photo_writer/photo_pixels.h"
 
 using namespace tivox;
 

@@ -10,7 +10,7 @@
 
 #include "platform/user_seams.h"
 #include "support/scripted_prompt.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 

@@ -15,7 +15,7 @@
 #include "exif/exif_orientation.h"
 #include "platform/jpeg_codec.h"
 #include "support/batch_runner.h"
-#include "support/photo_pixels.h"
+#include "photo_writer/photo_pixels.h"
 
 namespace tivox::test {
 namespace {

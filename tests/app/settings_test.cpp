@@ -10,7 +10,7 @@
 
 #include "acquire/folder_paths.h"
 #include "app/main_dialog/settings.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 namespace {

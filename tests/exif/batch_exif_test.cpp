@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/batch_runner.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 namespace {

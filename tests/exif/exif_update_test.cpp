@@ -13,7 +13,7 @@
 #include <sstream>
 
 #include "support/batch_runner.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "exif/exif_reader.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 

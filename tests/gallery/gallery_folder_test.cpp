@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

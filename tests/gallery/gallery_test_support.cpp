@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox::test {
 

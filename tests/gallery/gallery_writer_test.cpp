@@ -7,7 +7,7 @@
 #include "gallery/gallery_writer.h"
 #include "gallery/link_text.h"
 #include "gallery_test_support.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

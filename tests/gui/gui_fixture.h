@@ -15,7 +15,7 @@
 
 #include "acquire/acquire_fixture.h"
 #include "platform/user_seams.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 #include "ui/tivox_dlg.h"
 
 namespace tivox::test {

@@ -19,7 +19,7 @@
 #include "photos/scaled_loader.h"
 #include "pixel_test_util.h"
 #include "support/batch_runner.h"
-#include "support/photo_pixels.h"
+#include "photo_writer/photo_pixels.h"
 
 namespace tivox {
 namespace {

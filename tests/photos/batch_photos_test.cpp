@@ -9,7 +9,7 @@
 #include "photos/photo.h"
 #include "platform/pnm_io.h"
 #include "support/batch_runner.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "photos/photo_list.h"
 #include "support/fake_edit_host.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

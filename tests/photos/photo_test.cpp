@@ -11,8 +11,8 @@
 #include "photos/scaled_loader.h"
 #include "platform/jpeg_codec.h"
 #include "platform/resampler.h"
-#include "support/photo_pixels.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/photo_pixels.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

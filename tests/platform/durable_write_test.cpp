@@ -15,7 +15,7 @@
 #include "platform/trash.h"
 #include "support/batch_runner.h"
 #include "support/file_faults.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

@@ -7,8 +7,8 @@
 #include "platform/jpeg_codec.h"
 #include "platform/pnm_io.h"
 #include "support/batch_runner.h"
-#include "support/photo_pixels.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/photo_pixels.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

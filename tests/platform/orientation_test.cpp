@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/photo_pixels.h"
-#include "support/test_jpeg.h"
+#include "photo_writer/photo_pixels.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/jpeg_codec.h"
-#include "support/photo_pixels.h"
+#include "photo_writer/photo_pixels.h"
 
 namespace tivox {
 namespace {

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/bitmap.h"
-#include "support/tiff_builder.h"
+#include "photo_writer/tiff_builder.h"
 
 namespace tivox::test {
 

@@ -1,6 +1,6 @@
 // Test JPEG files: pixels through TurboJPEG, sections put together by hand.
 
-#include "support/test_jpeg.h"
+#include "photo_writer/test_jpeg.h"
 
 #include <turbojpeg.h>
 

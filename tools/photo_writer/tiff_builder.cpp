@@ -2,7 +2,7 @@
 // stands, its out-of-line values, children, thumbnail and successor behind
 // it; offsets are patched once the target's place is known.
 
-#include "support/tiff_builder.h"
+#include "photo_writer/tiff_builder.h"
 
 #include <algorithm>
 #include <cstring>

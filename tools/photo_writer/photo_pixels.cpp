@@ -1,4 +1,4 @@
-#include "support/photo_pixels.h"
+#include "photo_writer/photo_pixels.h"
 
 #include <algorithm>
 #include <cmath>
