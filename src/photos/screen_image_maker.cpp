@@ -32,6 +32,16 @@ void CScreenImageMaker::Cancel() {
 
 bool CScreenImageMaker::Take(ScreenImage& out) {
     std::lock_guard lock(m_lock);
+    return TakeLocked(out);
+}
+
+bool CScreenImageMaker::Wait(ScreenImage& out) {
+    std::unique_lock lock(m_lock);
+    m_done.wait(lock, [this] { return m_finished == m_asked || m_path.empty(); });
+    return TakeLocked(out);
+}
+
+bool CScreenImageMaker::TakeLocked(ScreenImage& out) {
     if (m_finished != m_asked || !m_result.image)
         return false;
     out = std::move(m_result);
@@ -57,6 +67,7 @@ void CScreenImageMaker::Run(std::stop_token stop) {
             continue; // the user has moved on
         m_result = std::move(made);
         m_finished = request;
+        m_done.notify_all();
         lock.unlock();
         if (m_ready)
             m_ready();

@@ -39,20 +39,25 @@ public:
     void Cancel();
     // The result of the newest request, once made. False until then.
     bool Take(ScreenImage& out);
+    // The same, but waits for the request in hand; false when there is none
+    // or its result was taken already.
+    bool Wait(ScreenImage& out);
 
 private:
     void Run(std::stop_token stop);
+    bool TakeLocked(ScreenImage& out);
 
     std::function<void()> m_ready;
     CScaledLoader m_loader; // the maker's thread only
 
     std::mutex m_lock;
     std::condition_variable_any m_wake;
-    std::string m_path;           // the newest request
-    Size m_target;                //
-    std::uint64_t m_asked = 0;    // raised by each request and cancel
-    std::uint64_t m_started = 0;  // the request the thread took last
-    std::uint64_t m_finished = 0; // the request m_result belongs to
+    std::condition_variable m_done; // a result is in m_result
+    std::string m_path;             // the newest request
+    Size m_target;                  //
+    std::uint64_t m_asked = 0;      // raised by each request and cancel
+    std::uint64_t m_started = 0;    // the request the thread took last
+    std::uint64_t m_finished = 0;   // the request m_result belongs to
     ScreenImage m_result;
 
     std::jthread m_thread; // last: it starts when everything above exists

@@ -240,7 +240,13 @@ void CFullScreenWnd::RequestScreenImage(const CPhoto& photo) {
 
 void CFullScreenWnd::InstallScreenImage() {
     ScreenImage made;
-    if (!m_screenMaker.Take(made) || m_workProgress.Running()) {
+    if (m_screenMaker.Take(made)) {
+        InstallScreenImage(std::move(made));
+    }
+}
+
+void CFullScreenWnd::InstallScreenImage(ScreenImage made) {
+    if (m_workProgress.Running()) {
         return;
     }
     m_screenRequested.clear();
@@ -262,6 +268,16 @@ void CFullScreenWnd::InstallScreenImage() {
 
 Bitmap* CFullScreenWnd::CurrentScreenImage() {
     CPhoto* photo = GetCurrentPhoto();
+    if (photo && !photo->screenImage && m_singlePhoto && !m_workProgress.Running()) {
+        // A tool used before the picture arrived works on the picture, not
+        // on the thumbnail standing in: wait for it rather than lose the click.
+        BusyScope busy(*m_busy);
+        RequestScreenImage(*photo);
+        ScreenImage made;
+        if (m_screenMaker.Wait(made)) {
+            InstallScreenImage(std::move(made));
+        }
+    }
     if (!photo || !photo->screenImage) {
         return nullptr;
     }
@@ -561,7 +577,8 @@ void CFullScreenWnd::AskForCrop() {
 void CFullScreenWnd::FixRedEye(Point point) {
     CPhoto* photo = GetCurrentPhoto();
     // The working image lies centred on the whole window.
-    if (photo && RedEyeClick(*photo, {m_screenWidth, m_screenHeight}, point)) {
+    if (photo && CurrentScreenImage() &&
+        RedEyeClick(*photo, {m_screenWidth, m_screenHeight}, point)) {
         update();
     }
 }

@@ -160,12 +160,14 @@ private:
     void AskForCrop();
     void ShowImageOpsDlg(const QPoint& globalPos);
     bool CurrentIsPortrait();
-    // The picture of the photo in question, if it has one.
+    // The picture of the photo in question, if it has one; in the single
+    // view waits for one on its way.
     Bitmap* CurrentScreenImage();
     // The single view's picture comes from the maker's thread; until it is
     // there the photo's thumbnail stands in, enlarged.
     void RequestScreenImage(const CPhoto& photo);
     void InstallScreenImage();
+    void InstallScreenImage(ScreenImage made);
     void InvalidateEdges(const RectEdges& edges);
 
     int m_screenWidth = 0;

@@ -33,7 +33,6 @@ protected:
         Open(4, 4, 30);
         DoubleClick(256 * (index % 4) + 100, 184 * (index / 4) + 100);
         ASSERT_TRUE(m_window->IsSinglePhoto());
-        Grab(); // loads the working image
         ContextMenu(600, 100);
         ASSERT_NE(Dlg(), nullptr);
     }
