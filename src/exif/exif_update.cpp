@@ -18,28 +18,43 @@ namespace tivox {
 
 namespace {
 
-// Whether the head of the data holds an APP1 section with EXIF data; most
-// writes of files without any skip the parser this way.
-bool HasExifSection(const std::vector<std::uint8_t>& jpeg) {
+// Where the sections of JPEG data before the picture end: whether they hold
+// an APP1 section with EXIF data (most writes of files without any skip the
+// parser this way), and the offset of the scan header (0 when not found).
+struct JpegHead {
+    bool hasExif = false;
+    std::size_t scanStart = 0;
+};
+
+JpegHead WalkHead(const std::vector<std::uint8_t>& jpeg) {
+    JpegHead head;
     std::size_t pos = 2;
     if (jpeg.size() < 4 || jpeg[0] != 0xFF || jpeg[1] != 0xD8)
-        return false;
+        return head;
     while (pos + 4 <= jpeg.size() && jpeg[pos] == 0xFF) {
         const std::uint8_t marker = jpeg[pos + 1];
         if (marker == 0xFF) {
             ++pos;
             continue;
         }
+        if (marker == 0xDA)
+            head.scanStart = pos;
         if (marker == 0xDA || marker == 0xD9)
-            return false;
+            return head;
         const std::size_t length = std::size_t(jpeg[pos + 2]) << 8 | jpeg[pos + 3];
         if (marker == 0xE1 && length >= 8 && pos + 10 <= jpeg.size() &&
             std::memcmp(&jpeg[pos + 4], "Exif\0\0", 6) == 0)
-            return true;
+            head.hasExif = true;
         pos += 2 + length;
     }
-    return false;
+    return head;
 }
+
+// A scan of one grey block and the end marker: what the metadata writer is
+// given in place of the picture data, which it would only copy, megabytes of
+// it, several times.
+constexpr std::uint8_t kStandInScan[] = {0xFF, 0xDA, 0x00, 0x08, 0x01, 0x01,
+                                         0x00, 0x00, 0x3F, 0x00, 0xFF, 0xD9};
 
 // An integer tag that is there already gets `value`, in its own type where
 // the value fits (the standard allows SHORT or LONG for the sizes).
@@ -190,12 +205,9 @@ void RebuildThumbnail(Exiv2::ExifData& exif, const PictureChange& change) {
     UpdateNumber(exif, "Exif.Thumbnail.ImageLength", std::uint32_t(size.height));
 }
 
-} // namespace
-
-bool UpdateExifToPicture(std::vector<std::uint8_t>& jpeg, const PictureChange& change,
-                         std::string& error) {
-    if (!HasExifSection(jpeg))
-        return true;
+// UpdateExifToPicture on whole JPEG data, or on a head with a stand-in scan.
+bool UpdateExifOf(std::vector<std::uint8_t>& jpeg, const PictureChange& change,
+                  std::string& error) {
     static std::once_flag setUp;
     std::call_once(setUp, [] {
         // Failures travel back as our result; the library must not print.
@@ -247,6 +259,34 @@ bool UpdateExifToPicture(std::vector<std::uint8_t>& jpeg, const PictureChange& c
         error = std::string("EXIF data not updated: ") + e.what();
         return false;
     }
+}
+
+} // namespace
+
+bool UpdateExifToPicture(std::vector<std::uint8_t>& jpeg, const PictureChange& change,
+                         std::string& error) {
+    const JpegHead head = WalkHead(jpeg);
+    if (!head.hasExif)
+        return true;
+    if (head.scanStart > 0) {
+        std::vector<std::uint8_t> updated;
+        updated.reserve(head.scanStart + 65536);
+        updated.assign(jpeg.begin(), jpeg.begin() + long(head.scanStart));
+        updated.insert(updated.end(), std::begin(kStandInScan), std::end(kStandInScan));
+        if (!UpdateExifOf(updated, change, error))
+            return false;
+        // The new sections, then the real scan in place of the stand-in.
+        const std::size_t standIn = sizeof kStandInScan;
+        if (updated.size() >= standIn &&
+            std::equal(std::begin(kStandInScan), std::end(kStandInScan),
+                       updated.end() - long(standIn))) {
+            updated.resize(updated.size() - standIn);
+            updated.insert(updated.end(), jpeg.begin() + long(head.scanStart), jpeg.end());
+            jpeg.swap(updated);
+            return true;
+        }
+    }
+    return UpdateExifOf(jpeg, change, error);
 }
 
 bool EncodeEditedPhoto(const Bitmap& picture, int quality, const std::string& photoPath,
