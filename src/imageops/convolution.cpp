@@ -20,13 +20,13 @@ int SharpenStrength(float sharpness) {
     return int(k);
 }
 
-bool Sharpen(Bitmap& image, int k, PixelPath path) {
+bool Sharpen(Bitmap& image, int k, PixelPath path, const RowPass& before) {
     CConvolution kernel;
     kernel.SetAll(0);
     kernel.weights[4] = k;
     kernel.weights[1] = kernel.weights[3] = kernel.weights[5] = kernel.weights[7] = -2;
     kernel.factor = k - 8;
-    return Convolve(image, kernel, path);
+    return Convolve(image, kernel, path, before);
 }
 
 namespace {
@@ -210,13 +210,10 @@ constexpr ConvolveRow16Fn kConvolveRow16[6] = {nullptr,          ConvolveRow16<1
 
 } // namespace
 
-bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
+bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path, const RowPass& before) {
     const int w = image.Width();
-    const int h = image.Height();
     if (kernel.factor == 0)
         return false;
-    if (w < 3 || h < 3)
-        return true;
 
     Tap taps[10];
     int tapCount = 0;
@@ -257,7 +254,11 @@ bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path) {
 #endif
             ConvolveRowScalar(rows, out, x, w - 1, taps, tapCount, kernel);
         },
-        path);
+        path,
+        [&](std::uint8_t* row) {
+            if (before)
+                before(row);
+        });
 }
 
 } // namespace tivox

@@ -4,6 +4,7 @@
 // alpha of every pixel stay as they are.
 
 #include <cstdint>
+#include <functional>
 
 #include "imageops/pixel_path.h"
 #include "platform/bitmap.h"
@@ -25,11 +26,17 @@ struct CConvolution {
 // neighbourhood in the original picture, divided by `factor` (truncating
 // toward zero), plus `offset`, limited to 0..255. False, with the bitmap
 // untouched, when `factor` is 0 or memory is short.
-bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path = PixelPath::Best);
+// `before`, when given, is a per-pixel pass that every row of the picture
+// undergoes first, as if it had run over the whole picture before the
+// convolution: it runs on each row just before the convolution reads it,
+// which spares the pass a walk of its own through memory.
+using RowPass = std::function<void(std::uint8_t* row)>;
+bool Convolve(Bitmap& image, const CConvolution& kernel, PixelPath path = PixelPath::Best,
+              const RowPass& before = {});
 
 // Sharpens with strength k: centre k, the four edge neighbours -2, the
 // corners 0, factor k - 8. The smaller k, the stronger the effect.
-bool Sharpen(Bitmap& image, int k, PixelPath path = PixelPath::Best);
+bool Sharpen(Bitmap& image, int k, PixelPath path = PixelPath::Best, const RowPass& before = {});
 
 // The strength for a "Sharpness" slider value (position times 0.01):
 // 13 - 4 * value in float32, truncated.

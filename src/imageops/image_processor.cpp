@@ -140,9 +140,17 @@ void CImageProcessor::ApplyColor(CPhoto* photo, bool full) {
     }
     if (!full)
         RecordColor(photo);
-    ApplyColorMatrix(*image, m_colorMatrix, m_color.gamma);
-    if (m_color.sharpness != 0.0f)
-        Sharpen(*image, SharpenStrength(m_color.sharpness));
+    if (m_color.sharpness == 0.0f) {
+        ApplyColorMatrix(*image, m_colorMatrix, m_color.gamma);
+        return;
+    }
+    // The colour goes row by row into the sharpening walk, each row just
+    // before it is read: one trip through the picture's memory, not two.
+    const ColorTransform colour(m_colorMatrix, m_color.gamma);
+    const auto width = std::size_t(image->Width());
+    if (!Sharpen(*image, SharpenStrength(m_color.sharpness), PixelPath::Best,
+                 [&](std::uint8_t* row) { colour.Apply(row, width); }))
+        ApplyColorMatrix(*image, m_colorMatrix, m_color.gamma); // the colour without sharpening
 }
 
 int CImageProcessor::Fail(UiText text) {

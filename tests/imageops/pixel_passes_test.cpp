@@ -373,5 +373,24 @@ TEST(SplitPasses, BigPicturesGiveTheBytesOfOneWalk) {
         same([](Bitmap& b, PixelPath p) { ApplyColorMatrix(b, ContrastMatrix(1.7f), 1.3f, p); }));
 }
 
+// A pass run row by row inside the sharpening walk gives the bytes of the
+// pass over the whole picture first: every row once, in both halves, and in
+// pictures too small to sharpen.
+TEST(SplitPasses, ARowPassInsideTheWalkIsThePassBeforeIt) {
+    const ColorTransform colour(ContrastMatrix(1.7f), 1.3f);
+    for (auto [w, h, path] : {std::tuple{1031, int(kSplitPixels / 1031) + 3, PixelPath::Best},
+                              {37, 11, PixelPath::Scalar},
+                              {2, 10, PixelPath::Best}}) {
+        const Bitmap source = test::RandomPicture(w, h, 78, true);
+        Bitmap fused = test::Copy(source), apart = test::Copy(source);
+        ApplyColorMatrix(apart, ContrastMatrix(1.7f), 1.3f, path);
+        Sharpen(apart, 9, path);
+        const std::size_t width = std::size_t(w);
+        EXPECT_TRUE(
+            Sharpen(fused, 9, path, [&](std::uint8_t* row) { colour.Apply(row, width, path); }));
+        EXPECT_TRUE(test::SamePixels(fused, apart)) << w << " x " << h;
+    }
+}
+
 } // namespace
 } // namespace tivox
