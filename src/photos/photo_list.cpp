@@ -13,8 +13,12 @@ namespace tivox {
 
 namespace {
 
-// The helper's nice value: while the worker builds the shown page, the
-// thumbnail the helper still has in hand gets little of a shared core.
+// The nice values of the two builders. The worker yields to the interface
+// when they share a core (the window's first frame at 4K needs its own ~25
+// ms, which a thumbnail decode beside it would double), and while the worker
+// builds the shown page, the thumbnail the helper still has in hand gets
+// little of a shared core.
+constexpr int kWorkerNice = 5;
 constexpr int kHelperNice = 10;
 
 bool EndsWithJpg(const std::string& name) {
@@ -156,6 +160,7 @@ bool CPhotoList::MakeRoom(std::size_t rank, std::size_t need) {
 }
 
 void CPhotoList::RunWorker(Size size) {
+    (void)::setpriority(PRIO_PROCESS, id_t(::gettid()), kWorkerNice);
     CScaledLoader loader; // its buffers serve every photo of the run
     // Room for one thumbnail before its decode: the box is the most it takes.
     const std::size_t need =
