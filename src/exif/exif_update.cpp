@@ -53,6 +53,10 @@ JpegHead WalkHead(const std::vector<std::uint8_t>& jpeg) {
 // A scan of one grey block and the end marker: what the metadata writer is
 // given in place of the picture data, which it would only copy, megabytes of
 // it, several times.
+// Enough for the metadata of nearly every camera's photos: EXIF data fits one
+// 64 KiB section, and only long XMP packets or preview images go beyond.
+constexpr std::size_t kMetadataHead = std::size_t(256) << 10;
+
 constexpr std::uint8_t kStandInScan[] = {0xFF, 0xDA, 0x00, 0x08, 0x01, 0x01,
                                          0x00, 0x00, 0x3F, 0x00, 0xFF, 0xD9};
 
@@ -293,9 +297,13 @@ bool EncodeEditedPhoto(const Bitmap& picture, int quality, const std::string& ph
                        std::vector<std::uint8_t>& jpeg, std::string& error) {
     if (!JpegEncoder().Encode(picture, quality, jpeg, error))
         return false;
+    // The photo's metadata sections, from its head alone when they end there.
     std::vector<std::uint8_t> original;
     std::string ignored;
-    if (ReadWholeFile(photoPath, original, ignored)) {
+    bool read = ReadFileStart(photoPath, kMetadataHead, original, ignored);
+    if (read && WalkHead(original).scanStart == 0)
+        read = ReadWholeFile(photoPath, original, ignored);
+    if (read) {
         CopyMetadataSections(original, jpeg);
         UpdateExifToPicture(jpeg, {&picture, {}, 1}, ignored);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/random.h>
@@ -37,7 +38,11 @@ std::string HiddenTempName(const std::string& path, int attempt) {
 
 } // namespace
 
-bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error) {
+namespace {
+
+// Reads `path` from its start, all of it or at most `limit` bytes.
+bool ReadFile(const std::string& path, std::size_t limit, std::vector<std::uint8_t>& bytes,
+              std::string& error) {
     // Non-blocking, so that a FIFO under a photo's name can't stall the
     // open; the check below then refuses it.
     OpsFd fd(SystemFileOps(), ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
@@ -51,12 +56,40 @@ bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, st
         return false;
     }
     bytes.clear();
-    if (!AppendRest(fd.get(), bytes, std::size_t(st.st_size))) {
+    bool read = true;
+    if (std::size_t(st.st_size) < limit) {
+        read = AppendRest(fd.get(), bytes, std::size_t(st.st_size));
+    } else {
+        bytes.resize(limit);
+        std::size_t used = 0;
+        while (used < limit) {
+            const ssize_t n = ::read(fd.get(), bytes.data() + used, limit - used);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0) {
+                read = n == 0;
+                break;
+            }
+            used += std::size_t(n);
+        }
+        bytes.resize(used);
+    }
+    if (!read) {
         error = Describe("cannot read", path);
         bytes.clear();
-        return false;
     }
-    return true;
+    return read;
+}
+
+} // namespace
+
+bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error) {
+    return ReadFile(path, SIZE_MAX, bytes, error);
+}
+
+bool ReadFileStart(const std::string& path, std::size_t limit, std::vector<std::uint8_t>& bytes,
+                   std::string& error) {
+    return ReadFile(path, limit, bytes, error);
 }
 
 bool AppendRest(int fd, std::vector<std::uint8_t>& bytes, std::size_t sizeHint) {

@@ -16,6 +16,10 @@ namespace tivox {
 
 // Reads all of `path` into `bytes` (reusing its capacity).
 bool ReadWholeFile(const std::string& path, std::vector<std::uint8_t>& bytes, std::string& error);
+// Reads at most the first `limit` bytes of `path` (the head of a photo, where
+// its metadata is, without the megabytes of picture behind it).
+bool ReadFileStart(const std::string& path, std::size_t limit, std::vector<std::uint8_t>& bytes,
+                   std::string& error);
 
 // Appends what is left to read of `fd` to `bytes` (`sizeHint` is the size
 // expected in all, to allocate once), to the true end even when the file

@@ -12,8 +12,8 @@
 #include <set>
 #include <sstream>
 
-#include "support/batch_runner.h"
 #include "photo_writer/test_jpeg.h"
+#include "support/batch_runner.h"
 
 namespace tivox::test {
 namespace {
@@ -192,6 +192,28 @@ TEST(ExifUpdate, AThumbnailThatCannotBeMadeGoesAndDataWithoutExifStays) {
     bytes = plain;
     ASSERT_TRUE(UpdateExifToPicture(bytes, {nullptr, JpegTransform::Rotate90, 1}, error));
     EXPECT_EQ(bytes, plain);
+}
+
+// An edit keeps metadata that lies far into the file's head too: an XMP
+// packet behind 320 KiB of other sections.
+TEST(ExifUpdate, AnEditKeepsMetadataBehindALongHead) {
+    TempDir dir;
+    TestJpegOptions o = Picture(64, 48);
+    o.exif = CameraExifPayload(CameraExif{});
+    for (int i = 0; i < 5; ++i)
+        o.extra.push_back({0xE2, Bytes(65000, 0x20)});
+    const std::string xmp = std::string("http://ns.adobe.com/xap/1.0/") + '\0' +
+                            "<x:xmpmeta xmlns:x='adobe:ns:meta/'>far behind</x:xmpmeta>";
+    o.extra.push_back({0xE1, Bytes(xmp.begin(), xmp.end())});
+    ASSERT_TRUE(WriteFile(dir.File("a.jpg"), MakeJpeg(o)));
+    Bitmap picture;
+    ASSERT_TRUE(picture.Reset(64, 48));
+    Bytes out;
+    std::string error;
+    ASSERT_TRUE(EncodeEditedPhoto(picture, 80, dir.File("a.jpg"), out, error));
+    const std::string text(out.begin(), out.end());
+    EXPECT_NE(text.find("far behind"), std::string::npos);
+    EXPECT_NE(text.find(CameraExif{}.model), std::string::npos);
 }
 
 // Real camera files through the batch front end: a crop and a resize
