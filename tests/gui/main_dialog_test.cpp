@@ -267,9 +267,12 @@ TEST(DialogTransfer, TheButtonsRunTheTransferOnWhatIsTyped) {
     QObject::connect(rig.dlg->Progress(), &QProgressBar::valueChanged, [&](int value) {
         positions.push_back(value);
         busy = busy || QApplication::overrideCursor();
+        if (positions.size() == 1) // a second command while the photos are copied
+            Click(rig, "restore");
     });
 
     Click(rig, "getPhotos");
+    ASSERT_EQ(rig.prompt.shown.size(), 2u); // the doubt about the card and the report only
     EXPECT_EQ(rig.prompt.Texts().back().rfind("Finished copying.\nPhotos copied and verified: 2 of "
                                               "2.",
                                               0),
