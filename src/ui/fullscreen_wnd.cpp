@@ -88,8 +88,7 @@ void CFullScreenWnd::Create(const QRect& area) {
     m_hover.Reset();
     m_mousePos = {-1, -1};
     m_currentMarker = 1;
-    m_thumbBuffer = QImage();
-    m_screenBuffer = QImage();
+    m_painter.Release();
     m_recycler.Clear();
     m_imageOpsDlg.reset();
     m_statusText.clear();
@@ -106,10 +105,6 @@ void CFullScreenWnd::Configure(std::uint32_t tilesX, std::uint32_t tilesY,
     m_layout.SetTileCount({std::int32_t(tilesX), std::int32_t(tilesY)});
     m_layout.SetStatusHeight(std::int32_t(statusHeight));
     m_layout.Recalculate();
-    const Size thumb = m_layout.GetThumbSize();
-    const Size screen = m_layout.GetScreenSize();
-    m_thumbBuffer = QImage(thumb.width, thumb.height, QImage::Format_ARGB32);
-    m_screenBuffer = QImage(screen.width, screen.height, QImage::Format_ARGB32);
 }
 
 void CFullScreenWnd::SetPhotoList(CPhotoList* list) {
@@ -165,8 +160,7 @@ void CFullScreenWnd::DestroyWindow() {
     }
     m_screenMaker.Cancel();
     m_screenRequested.clear();
-    m_thumbBuffer = QImage();
-    m_screenBuffer = QImage();
+    m_painter.Release();
     m_recycler.Clear();
     m_imageOpsDlg.reset();
     ResetState();

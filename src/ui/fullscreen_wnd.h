@@ -11,7 +11,6 @@
 // thumbnail worker calls; it only posts the repaint to the GUI thread.
 
 #include <QCursor>
-#include <QImage>
 #include <QWidget>
 #include <cstdint>
 #include <memory>
@@ -24,6 +23,7 @@
 #include "photos/screen_image_maker.h"
 #include "platform/bitmap_recycler.h"
 #include "platform/user_seams.h"
+#include "ui/fullscreen_painter.h"
 
 class QScreen;
 
@@ -144,9 +144,6 @@ protected:
 private:
     void ResetState();
     void ApplyCursor(ToolCursor cursor);
-    void PaintTiles(QPainter& painter, const QRect& clip);
-    void PaintSinglePhoto(QPainter& painter);
-    void PaintStatusText(QPainter& painter, const CPhoto& photo);
     void OnTileReady(int index);
     // Tells the list what is shown, so that its worker serves that first.
     void ShowRangeToList();
@@ -187,10 +184,7 @@ private:
     std::int32_t m_currentMarker = 1;
     bool m_singlePhoto = false;
     CToolState m_tools;
-    // Off-screen pictures: the hovered tile and the crop overlay. They live
-    // from Configure to the closing, never per frame.
-    QImage m_thumbBuffer;
-    QImage m_screenBuffer;
+    CFullScreenPainter m_painter;
     // The full-size buffer that commits pass on to each other while the
     // window is open.
     BitmapRecycler m_recycler;
