@@ -32,10 +32,8 @@ const char* const kMarkerIcons[3] = {":/imageops/marker_red.svg", ":/imageops/ma
 
 CIconButton* MakeBox(QWidget* parent, const QString& caption, const char* icon) {
     auto* box = new CIconButton(caption, parent);
-    box->SetCheckBox(true);
+    box->setCheckable(true);
     box->SetIcon(QString::fromLatin1(icon), 16, 16);
-    box->OffsetColor(CIconButton::kBackIn, 255);
-    box->SetDrawFlatFocus(true);
     return box;
 }
 
@@ -207,12 +205,8 @@ void CImageOpsDlg::BuildLayout() {
     auto* changes = new QHBoxLayout;
     m_discard = new CIconButton(Tr("&Discard"), this);
     m_commit = new CIconButton(Tr("&Commit"), this);
-    for (CIconButton* button : {m_discard, m_commit}) {
-        button->OffsetColor(CIconButton::kBackIn, 255);
-        button->SetDrawFlatFocus(true);
-        button->setAutoDefault(false);
-        changes->addWidget(button);
-    }
+    changes->addWidget(m_discard);
+    changes->addWidget(m_commit);
     grid->addLayout(changes, 2, 1, 1, 2);
     layout->addLayout(grid);
     connect(m_discard, &QPushButton::clicked, this, [this] { m_window->DiscardChanges(); });

@@ -23,9 +23,6 @@ QString Tr(const char* text) {
 CIconButton* MakeButton(QWidget* parent, const QString& caption, const char* icon) {
     auto* button = new CIconButton(caption, parent);
     button->SetIcon(QString::fromLatin1(icon), 32, 32);
-    button->OffsetColor(CIconButton::kBackIn, 255);
-    button->SetDrawFlatFocus(true);
-    button->setAutoDefault(false);
     return button;
 }
 

@@ -63,9 +63,6 @@ CColorPage::CColorPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
     grid->addWidget(m_negativeBox, 5, 1);
     grid->addWidget(m_valueText, 5, 2);
     m_reset = new CIconButton(Tr("Reset Color"), this);
-    m_reset->OffsetColor(CIconButton::kBackIn, 255);
-    m_reset->SetDrawFlatFocus(true);
-    m_reset->setAutoDefault(false);
     grid->addWidget(m_reset, 6, 0, 1, 3);
     grid->setRowStretch(7, 1);
     connect(m_grayscaleBox, &QCheckBox::clicked, this, &CColorPage::OnCheckBox);

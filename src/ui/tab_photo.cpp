@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/main_dialog/settings.h"
 #include "app/fullscreen/tool_resize.h"
 #include "app/fullscreen/tool_state.h"
+#include "app/main_dialog/settings.h"
 #include "controls/icon_button.h"
 #include "imageops/operation.h"
 #include "photos/photo.h"
@@ -45,9 +45,6 @@ CIconButton* MakeButton(QWidget* parent, const QString& caption, const char* ico
     if (icon) {
         button->SetIcon(QString::fromLatin1(icon), 24, 24);
     }
-    button->OffsetColor(CIconButton::kBackIn, 255);
-    button->SetDrawFlatFocus(true);
-    button->setAutoDefault(false);
     return button;
 }
 

@@ -54,9 +54,6 @@ CWebPage::CWebPage(CImageOpsDlg* dlg) : m_dlg(dlg) {
     layout->addWidget(MakeGroup(this, Tr("Resolution"), &m_numbers[0]));
     layout->addWidget(MakeGroup(this, Tr("Tiles"), &m_numbers[4]));
     m_create = new CIconButton(Tr("Create Gallery"), this);
-    m_create->OffsetColor(CIconButton::kBackIn, 255);
-    m_create->SetDrawFlatFocus(true);
-    m_create->setAutoDefault(false);
     layout->addWidget(m_create);
     layout->addStretch();
     connect(m_create, &QPushButton::clicked, this, [this] { OnCreateGallery(); });

@@ -195,7 +195,6 @@ void CTivoxDlg::BuildLayout() {
     auto folderButton = [&](const char* name, const char* tip) {
         CIconButton* button = MakeButton({}, name);
         button->SetIcon(QStringLiteral(":/icons/folder.svg"), 16, 16);
-        button->EnableBalloonTooltip();
         button->SetTooltipText(Tr(tip));
         return button;
     };
@@ -241,7 +240,7 @@ void CTivoxDlg::BuildLayout() {
     // Backup and restore.
     auto* backupRow = new QHBoxLayout;
     m_createBackup = MakeButton(Tr("Create Backup from Photo Folder"), "createBackup");
-    m_createBackup->SetCheckBox(true);
+    m_createBackup->setCheckable(true);
     m_createBackup->SetIcon(QStringLiteral(":/icons/backup.svg"), 32, 32);
     CIconButton* restore = MakeButton(Tr("&Restore from Backup Folder"), "restore");
     restore->SetIcon(QStringLiteral(":/icons/restore.svg"), 32, 32);
@@ -270,7 +269,7 @@ void CTivoxDlg::BuildLayout() {
     CIconButton* get = MakeButton(Tr("&Get Photos"), "getPhotos");
     get->SetIcon(QStringLiteral(":/icons/get_photos.svg"), 80, 32);
     m_turnUpright = MakeButton(Tr("Turn photos upright"), "turnUpright");
-    m_turnUpright->SetCheckBox(true);
+    m_turnUpright->setCheckable(true);
     m_turnUpright->SetTooltipText(
         Tr("As they are copied, photos are turned upright without loss, as their EXIF "
            "orientation says. A photo that cannot be turned without losing an edge is copied "
@@ -307,7 +306,7 @@ void CTivoxDlg::BuildLayout() {
     tilesRow->addStretch();
     grid->addLayout(tilesRow, row++, 0, 1, 4);
     m_showStatusBar = MakeButton(Tr("Show &Statusbar in Full Screen Editing"), "showStatusBar");
-    m_showStatusBar->SetCheckBox(true);
+    m_showStatusBar->setCheckable(true);
     grid->addWidget(m_showStatusBar, row++, 0, 1, 4, Qt::AlignLeft);
 
     auto* qualityRow = new QHBoxLayout;
@@ -354,18 +353,14 @@ void CTivoxDlg::BuildLayout() {
 
 void CTivoxDlg::OnInitDialog() {
     m_commands.UpdateData(false);
-    for (CIconButton* button : findChildren<CIconButton*>()) {
-        button->OffsetColor(CIconButton::kBackIn, 255);
-        button->SetDrawFlatFocus(true);
-    }
     // Placing the slider is no movement by the user: the edit keeps its text.
     const QSignalBlocker quiet(m_slider);
     m_slider->setRange(0, 100);
     m_slider->setValue(int(m_commands.Fields().m_jpegQuality));
     m_link->SetURL(Tr("https://tivoxplus.example.org/"));
-    m_lines[0]->SetBackColor(CIconButton::FromColorRef(0x0000FF));
-    m_lines[1]->SetBackColor(CIconButton::FromColorRef(0x00FF00));
-    m_lines[2]->SetBackColor(CIconButton::FromColorRef(0xFF0000));
+    m_lines[0]->SetBackColor(QColor(255, 0, 0));
+    m_lines[1]->SetBackColor(QColor(0, 255, 0));
+    m_lines[2]->SetBackColor(QColor(0, 0, 255));
 }
 
 void CTivoxDlg::ShowCameraDrive(const QString& drive) {

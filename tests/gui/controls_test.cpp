@@ -26,60 +26,78 @@ void Leave(QWidget* widget) {
     QApplication::sendEvent(widget, &event);
 }
 
-TEST(IconButton, OffsetColorKeepsTheHueInsideTheRange) {
-    // A bad slot gives 3, a bad offset 5; neither changes a colour.
-    const struct {
-        QRgb start;
-        int index, offset, result;
-        QRgb want;
-    } cases[] = {{0xD4D0C8, 0, 255, 0, 0xFFFBF3},  {0xD4D0C8, 0, 20, 0, 0xE8E4DC},
-                 {0xD4D0C8, 2, -255, 0, 0x0C0800}, {0x0A141E, 4, -5, 0, 0x050F19},
-                 {0x0A141E, 6, 5, 3, 0x0A141E},    {0x0A141E, -1, 5, 3, 0x0A141E},
-                 {0x0A141E, 0, 256, 5, 0x0A141E},  {0x0A141E, 0, -256, 5, 0x0A141E}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.index << " " << c.offset);
-        CIconButton button;
-        const int slot = c.index >= 0 && c.index <= 5 ? c.index : 0;
-        button.SetColor(slot, QColor(c.start));
-        EXPECT_EQ(button.OffsetColor(c.index, c.offset), c.result);
-        EXPECT_EQ(button.Color(slot), QColor(c.want));
-    }
+// Pixels in (nearly) the caption's ink.
+int InkPixels(const QImage& image) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += qGray(image.pixel(x, y)) < 60;
+    return count;
 }
 
-TEST(IconButton, PicturesAtRestUnderTheMouseAndChecked) {
-    CIconButton button(QStringLiteral("Caption"));
-    ASSERT_EQ(button.SetIcon(QStringLiteral(":/icons/camera.svg"), 32, 32, CIconButton::kGrayCopy),
-              0);
-    const QRgb gray = button.CurrentPicture().pixel(16, 18); // the gray copy at rest
-    EXPECT_TRUE(qRed(gray) == qGreen(gray) && qGreen(gray) == qBlue(gray));
+TEST(IconButton, FlatAtRestRaisedAndLitUnderTheMouseSunkWhenPressed) {
+    CIconButton button(QStringLiteral("Exit"));
+    QPalette pal = button.palette();
+    pal.setColor(QPalette::Button, QColor(212, 208, 200));
+    button.setPalette(pal);
+    button.resize(80, 30);
+    button.show();
+    const QColor face(212, 208, 200), lit(255, 251, 243); // lightened as far as the hue allows
+    const QColor light = pal.color(QPalette::Light), shadow = pal.color(QPalette::Mid);
+    // Top left edge, bottom right edge, and the face beside the caption.
+    auto expectLook = [&](const QImage& image, const QColor& topLeft, const QColor& bottomRight,
+                          const QColor& fill) {
+        EXPECT_EQ(image.pixel(0, 0), topLeft.rgb());
+        EXPECT_EQ(image.pixel(79, 29), bottomRight.rgb());
+        EXPECT_EQ(image.pixel(6, 15), fill.rgb());
+    };
+    const QImage rest = button.grab().toImage();
+    expectLook(rest, face, face, face);
+    EXPECT_GT(InkPixels(rest), 0);
     Enter(&button);
-    const QRgb colour = button.CurrentPicture().pixel(16, 18);
-    EXPECT_NE(qRed(colour), qBlue(colour));
+    const QImage over = button.grab().toImage();
+    expectLook(over, light, shadow, lit);
+    button.setDown(true);
+    const QImage pressed = button.grab().toImage();
+    expectLook(pressed, shadow, light, lit);
+    // The caption moves one pixel down and right.
+    EXPECT_EQ(pressed.copy(6, 6, 68, 18), over.copy(5, 5, 68, 18));
+    EXPECT_NE(pressed.copy(5, 5, 68, 18), over.copy(5, 5, 68, 18));
+    button.setDown(false);
     Leave(&button);
-    EXPECT_EQ(button.CurrentPicture().pixel(16, 18), gray);
-    // A missing picture leaves the caption.
-    EXPECT_EQ(button.SetIcon(QStringLiteral(":/icons/none.svg"), 16, 16), 1);
-    EXPECT_FALSE(button.HasPicture());
-    // A bitmap's transparent colour is see-through.
+    EXPECT_EQ(button.grab().toImage(), rest);
+
+    // The focus shows as a dotted frame three pixels inside the edge; losing
+    // it ends the lit look too.
+    button.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&button));
+    button.setFocus();
+    Enter(&button);
+    const QImage focused = button.grab().toImage();
+    EXPECT_GT(InkPixels(focused.copy(3, 3, 1, 24)), 4);
+    EXPECT_EQ(InkPixels(rest.copy(3, 3, 1, 24)), 0);
+    EXPECT_EQ(focused.pixel(6, 15), lit.rgb());
+    button.clearFocus();
+    EXPECT_EQ(button.grab().toImage(), rest);
+
+    // Disabled, the caption stands in relief: no ink left, a light copy of it
+    // one pixel down and right.
+    button.setEnabled(false);
+    const QImage disabled = button.grab().toImage();
+    EXPECT_EQ(InkPixels(disabled), 0);
+    const QRgb relief = pal.color(QPalette::Disabled, QPalette::Light).rgb();
+    const auto* pixels = reinterpret_cast<const QRgb*>(disabled.constBits());
+    EXPECT_GT(std::count(pixels, pixels + disabled.width() * disabled.height(), relief), 0);
+}
+
+TEST(IconButton, ABitmapsKeyColourIsSeeThroughAndAMissingPictureLeavesTheCaption) {
+    CIconButton button(QStringLiteral("Caption"));
     ASSERT_EQ(button.SetBitmap(QStringLiteral(":/icons/fullscreen.svg"), qRgb(0x7F, 0x7F, 0x7F)),
               0);
-    EXPECT_EQ(qAlpha(button.CurrentPicture().pixel(0, 0)), 0);     // the grey frame
-    EXPECT_EQ(qAlpha(button.CurrentPicture().pixel(32, 10)), 255); // the screen
-
-    // A check box with two pictures shows the first while checked; the mouse
-    // does not count.
-    CIconButton box(QStringLiteral("Create Backup"));
-    box.SetCheckBox(true);
-    ASSERT_EQ(box.SetIcons(QStringLiteral(":/icons/backup.svg"), 32, 32,
-                           QStringLiteral(":/icons/restore.svg"), 32, 32),
-              0);
-    const QImage unchecked = box.CurrentPicture();
-    Enter(&box);
-    EXPECT_EQ(box.CurrentPicture(), unchecked);
-    box.click();
-    EXPECT_NE(box.CurrentPicture(), unchecked);
-    box.click();
-    EXPECT_EQ(box.CurrentPicture(), unchecked);
+    EXPECT_EQ(qAlpha(button.Picture().pixel(0, 0)), 0);     // the grey frame
+    EXPECT_EQ(qAlpha(button.Picture().pixel(32, 10)), 255); // the screen
+    EXPECT_EQ(button.SetIcon(QStringLiteral(":/icons/none.svg"), 16, 16), 1);
+    EXPECT_TRUE(button.Picture().isNull());
 }
 
 // The share of pixels that two pictures of one size show in clearly other colours.
@@ -95,10 +113,9 @@ double ClearlyDifferent(const QImage& a, const QImage& b) {
 }
 
 TEST(IconButton, ACheckedBoxStandsApartFromAnUncheckedOneAtRestAndUnderTheMouse) {
-    // Caption only, as "Show Statusbar", with the dialogs' light hover colour.
+    // Caption only, as "Show Statusbar".
     CIconButton box(QStringLiteral("Show Statusbar"));
-    box.SetCheckBox(true);
-    box.OffsetColor(CIconButton::kBackIn, 255);
+    box.setCheckable(true);
     box.resize(box.sizeHint());
     box.show();
     const QImage off = box.grab().toImage();
