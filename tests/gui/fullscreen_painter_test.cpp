@@ -25,16 +25,6 @@ std::unique_ptr<Bitmap> Solid(int width, int height, std::uint32_t argb) {
     return bitmap;
 }
 
-// Whether a line of `colour` passes within a pixel of (x, y): a pen of width
-// 2 may fall on either side of its coordinate.
-bool ColourNear(const QImage& frame, int x, int y, QRgb colour) {
-    for (int dy = -1; dy <= 1; ++dy)
-        for (int dx = -1; dx <= 1; ++dx)
-            if (frame.pixel(x + dx, y + dy) == colour)
-                return true;
-    return false;
-}
-
 // Relative luminance, 0 for black and 1 for white, as contrast is judged.
 double Luminance(QRgb pixel) {
     auto linear = [](int channel) {
@@ -82,7 +72,7 @@ TEST_F(FullScreenPainterTest, TilesVeilTheHoveredOneFrameMarkedOnesAndCrossThose
     Add(nullptr, 3);                              // not made yet: no frame
     Add(std::make_unique<Bitmap>(), 1);           // unreadable: nothing but its frame
     m_frame.mousePos = {100, 100};
-    PaintedFrame painted = Paint();
+    const PaintedFrame painted = Paint();
     EXPECT_EQ(painted.statusText, QStringLiteral("/photos/photo_0.jpg"));
     EXPECT_FALSE(painted.screenImageMissing);
     // The veil lies over the whole box of the hovered tile, its black too.
@@ -92,17 +82,20 @@ TEST_F(FullScreenPainterTest, TilesVeilTheHoveredOneFrameMarkedOnesAndCrossThose
     EXPECT_EQ(m_image.pixel(260 + 124, 5 + 88), 0xFF808080u);
     EXPECT_EQ(m_image.pixel(260 + 3, 5 + 88), kBlack);
     EXPECT_EQ(m_image.pixel(260 + 4, 5 + 3), 0xFF808080u);
-    // Frames run two pixels outside the box, all round.
-    EXPECT_FALSE(ColourNear(m_image, 2, 90, kRed));
-    EXPECT_TRUE(ColourNear(m_image, 258, 90, kRed));
-    EXPECT_TRUE(ColourNear(m_image, 514 + 252, 3 + 100, kGreen));
-    EXPECT_TRUE(ColourNear(m_image, 514 + 100, 3 + 180, kGreen));
-    EXPECT_FALSE(ColourNear(m_image, 770, 90, 0xFF0000FFu));
-    EXPECT_TRUE(ColourNear(m_image, 2, 187, kRed));
+    // Frames run two pixels outside the box, all round: a pen of 2 covers
+    // the pixel of its coordinate and the one before.
+    EXPECT_EQ(m_image.pixel(2, 90), kBlack);
+    for (QPoint red : {QPoint(257, 90), QPoint(258, 90), QPoint(510, 90), QPoint(400, 183)})
+        EXPECT_EQ(m_image.pixel(red), kRed) << red.x() << "," << red.y();
+    for (QPoint black : {QPoint(256, 90), QPoint(259, 90), QPoint(511, 90), QPoint(400, 184)})
+        EXPECT_EQ(m_image.pixel(black), kBlack) << black.x() << "," << black.y();
+    EXPECT_EQ(m_image.pixel(514, 2), kGreen);
+    EXPECT_EQ(m_image.pixel(770, 90), kBlack); // no frame without a picture
+    EXPECT_EQ(m_image.pixel(2, 187), kRed);
     EXPECT_EQ(m_image.pixel(4 + 124, 189 + 88), kBlack);
     // The crossed box: its border and diagonals gray, the rest black.
-    EXPECT_EQ(m_image.pixel(772, 5 + 88), 0xFF808080u);
-    EXPECT_EQ(m_image.pixel(772 + 62, 5 + 44), 0xFF808080u);
+    for (QPoint gray : {QPoint(772, 93), QPoint(834, 49), QPoint(834, 137)})
+        EXPECT_EQ(m_image.pixel(gray), 0xFF808080u) << gray.x() << "," << gray.y();
     EXPECT_EQ(m_image.pixel(772 + 60, 5 + 88), kBlack);
     // The hovered path stands on the bar, readable on black (at least 4.5:1).
     double text = 0;
@@ -113,17 +106,18 @@ TEST_F(FullScreenPainterTest, TilesVeilTheHoveredOneFrameMarkedOnesAndCrossThose
 
     // A frame of one tile leaves the rest and says nothing of the bar.
     m_image.fill(0xFF123456);
-    m_frame.mousePos = {100, 750}; // the bar hovers no tile
-    painted = Paint(QRect(256, 0, 256, 184));
-    EXPECT_EQ(painted.statusText, std::nullopt);
+    m_frame.mousePos = {256, 100}; // the first column of the next tile
+    EXPECT_EQ(Paint(QRect(256, 0, 256, 184)).statusText, std::nullopt);
     EXPECT_EQ(m_image.pixel(4 + 124, 5 + 88), 0xFF123456u);
-    EXPECT_EQ(m_image.pixel(260 + 124, 5 + 88), 0xFF808080u);
-    EXPECT_EQ(Paint().statusText, QString());
+    EXPECT_NEAR(qRed(m_image.pixel(260 + 124, 5 + 88)), 188, 3);
+    EXPECT_EQ(Paint().statusText, QStringLiteral("/photos/photo_1.jpg"));
     EXPECT_EQ(m_image.pixel(4 + 124, 5 + 88), 0xFF808080u);
+    m_frame.mousePos = {100, 750}; // the bar hovers no tile
+    EXPECT_EQ(Paint().statusText, QString());
     // The next page starts at pageStart.
     m_frame.pageStart = 4;
     Paint();
-    EXPECT_TRUE(ColourNear(m_image, 2, 90, kRed));
+    EXPECT_EQ(m_image.pixel(2, 90), kRed);
     EXPECT_EQ(m_image.pixel(260 + 124, 5 + 88), kBlack);
 }
 
@@ -149,8 +143,9 @@ TEST_F(FullScreenPainterTest, SingleViewCentresThePhotoAndVeilsAllButTheCropRect
     EXPECT_EQ(m_image.pixel(500, 232), kBlack);
     EXPECT_EQ(m_image.pixel(500, 534), kBlack);
     // The marker square stands at (20, 20) over the black border.
-    EXPECT_TRUE(ColourNear(m_image, 25, 20, kRed));
-    EXPECT_TRUE(ColourNear(m_image, 30, 25, kRed));
+    for (QPoint red : {QPoint(25, 19), QPoint(25, 20), QPoint(30, 25)})
+        EXPECT_EQ(m_image.pixel(red), kRed) << red.x() << "," << red.y();
+    EXPECT_EQ(m_image.pixel(31, 25), kBlack);
 
     m_frame.cropVeil = true;
     m_frame.cropRect = {300, 250, 200, 100};
