@@ -13,11 +13,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "gallery/gallery_command.h"
-#include "gallery/gallery_pictures.h"
-#include "gallery/gallery_writer.h"
+#include "photos/headless_host.h"
+#include "photos/photo_list.h"
 #include "platform/bitmap.h"
 #include "platform/jpeg_codec.h"
 #include "platform/user_seams.h"
@@ -104,20 +103,20 @@ public:
 };
 
 int Run(const std::string& photos, const std::string& out, int threads) {
-    std::vector<std::string> files;
-    if (!ListGalleryPictures(photos, files))
-        return 1;
-    for (std::string& name : files)
-        name = photos + "/" + name;
+    // Every photo of the folder, as tivox-batch gallery chooses them.
+    CPhotoList list;
+    list.Open(photos);
+    list.StopWorker(1000); // no thumbnails wanted here
+    HeadlessHost host;
+    host.list = &list;
+    const ProcessScope all{false, true, false, false, false};
     YesPrompt prompt;
     NullBusyIndicator busy;
     NullStepProgress progress;
     CGalleryCommand command(prompt, busy, progress);
     command.m_photoFolder = photos;
-    const GalleryReport report =
-        command.CreateGalleryIn(out, [&](const COperation& copies, IStepProgress& steps) {
-            return WriteGalleryPictures(files, copies, 80, steps, threads);
-        });
+    command.m_threads = threads;
+    const GalleryReport report = command.CreateGalleryIn(out, all, host);
     return report.outcome == GalleryOutcome::Written && report.failures.empty() ? 0 : 1;
 }
 

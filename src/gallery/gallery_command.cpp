@@ -12,24 +12,6 @@
 
 namespace tivox {
 
-namespace {
-
-// The walk over the photos under the gallery's own title.
-class PictureProgress final : public IStepProgress {
-public:
-    explicit PictureProgress(IStepProgress& run) : m_run(run) {}
-    void Begin(int total, const UiText&) override {
-        m_run.Begin(total, {TIVOX_TR("Writing the gallery pictures"), {}});
-    }
-    bool Step(int done) override { return m_run.Step(done); }
-    void End() override { m_run.End(); }
-
-private:
-    IStepProgress& m_run;
-};
-
-} // namespace
-
 CGalleryCommand::CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, IStepProgress& progress,
                                  Translator translate)
     : m_prompt(prompt), m_busy(busy), m_progress(progress), m_translate(std::move(translate)) {}
@@ -42,25 +24,12 @@ void CGalleryCommand::Tell(const UiText& text, const char* caption) {
     m_prompt.Ask(text, PromptIcon::Stop, PromptButtons::Ok, PromptAnswer::Ok, {caption, {}});
 }
 
-GalleryReport CGalleryCommand::OnCreateGallery(const ApplyOperation& apply) {
-    return CreateGalleryIn({}, apply);
-}
-
 GalleryReport CGalleryCommand::OnCreateGallery(const ProcessScope& scope, IEditHost& window) {
     return CreateGalleryIn({}, scope, window);
 }
 
 GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
                                                const ProcessScope& scope, IEditHost& window) {
-    // The photos are chosen once the questions are answered, as a walk would.
-    return CreateGalleryIn(galleryFolder, [&](const COperation& copies, IStepProgress& steps) {
-        return WriteGalleryPictures(ChosenPhotoFiles(scope, window), copies,
-                                    window.GetJpegQuality(), steps, m_threads);
-    });
-}
-
-GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
-                                               const ApplyOperation& apply) {
     GalleryReport report;
     if (m_processCurrent &&
         m_prompt.Ask({TIVOX_TR("Create an HTML gallery from the current photo only?"), {}},
@@ -134,8 +103,8 @@ GalleryReport CGalleryCommand::CreateGalleryIn(const std::string& galleryFolder,
         COperation::Resize(int(m_form.m_photoWidth), int(m_form.m_photoHeight), pics);
     copies.x = int(m_form.m_thumbWidth);
     copies.y = int(m_form.m_thumbHeight);
-    PictureProgress steps(m_progress);
-    const PassResult walk = apply(copies, steps);
+    const PassResult walk = WriteGalleryPictures(ChosenPhotoFiles(scope, window), copies,
+                                                 window.GetJpegQuality(), m_progress, m_threads);
     report.failures = walk.failures;
     if (walk.cancelled) {
         report.outcome = GalleryOutcome::Cancelled; // and no pages

@@ -23,7 +23,6 @@ class IEditHost;
 class IPrompt;
 class IBusyIndicator;
 class IStepProgress;
-struct COperation;
 
 enum class GalleryOutcome {
     Declined,    // "Current" was asked about and the answer was No
@@ -47,11 +46,6 @@ struct GalleryReport {
 
 class CGalleryCommand {
 public:
-    // Runs one operation over the chosen photos (the selection pass), one
-    // step of the progress per photo. The gallery asks for one walk: a scaled
-    // copy into "pics" with its thumbnail (the operation's x and y).
-    using ApplyOperation = std::function<PassResult(const COperation&, IStepProgress&)>;
-
     CGalleryCommand(IPrompt& prompt, IBusyIndicator& busy, IStepProgress& progress,
                     Translator translate = {});
     CGalleryCommand(const CGalleryCommand&) = delete;
@@ -68,13 +62,12 @@ public:
     // folder's name below it.
     std::string GetGalleryFolder() const;
 
-    // The button's handler: the gallery of the photo folder under the base.
-    GalleryReport OnCreateGallery(const ApplyOperation& apply);
-    // The same into a gallery folder named directly (the batch front end).
-    GalleryReport CreateGalleryIn(const std::string& galleryFolder, const ApplyOperation& apply);
-    // Both with the photos that `scope` chooses of `window`, copied on
-    // m_threads threads (WriteGalleryPictures) at the window's JPEG quality.
+    // The button's handler: the gallery of the photo folder under the base,
+    // of the photos that `scope` chooses of `window` (chosen once the
+    // questions are answered), copied on m_threads threads
+    // (WriteGalleryPictures) at the window's JPEG quality.
     GalleryReport OnCreateGallery(const ProcessScope& scope, IEditHost& window);
+    // The same into a gallery folder named directly (the batch front end).
     GalleryReport CreateGalleryIn(const std::string& galleryFolder, const ProcessScope& scope,
                                   IEditHost& window);
 

@@ -176,7 +176,7 @@ int CImageProcessor::Execute(const COperation& operation, CPhoto* photo, bool ba
     case opCrop:
         return Crop(operation, *photo);
     case opResize:
-        return operation.text.empty() ? Resize(operation, *photo) : ScaledCopy(operation, *photo);
+        return Resize(operation, *photo);
     case opDelete:
         return DeletePhoto(photo, batch);
     case opResetColor:
@@ -283,14 +283,6 @@ bool CScaledCopier::Write(const COperation& operation, const std::string& photoP
         }
     }
     return true;
-}
-
-int CImageProcessor::ScaledCopy(const COperation& operation, CPhoto& photo) {
-    UiText error;
-    CScaledCopier copier;
-    if (!copier.Write(operation, photo.path, m_window ? m_window->GetJpegQuality() : 80, error))
-        return Fail(std::move(error));
-    return 0;
 }
 
 int CImageProcessor::LosslessTransform(std::int32_t code, CPhoto* photo) {

@@ -38,10 +38,12 @@ struct ColorSettings {
 // The colour values recorded in a photo's pending edits.
 ColorSettings ColorSettingsOf(const CPendingEdits& edits);
 
-// Writes the scaled copies of photo files that a scaled-copy operation asks
-// for (see CImageProcessor::ScaledCopy), all copies of one photo from one
-// decode. Keeps its decoder and buffers from one photo to the next: one
-// object per thread; any thread.
+// Writes the scaled copies of photo files for a gallery: a resize operation
+// with a folder in its text asks for a copy fitted into width x height in
+// that folder and, with x and y above 0, one fitted into x x y in its
+// "thumbs" subfolder, all copies of one photo from one decode. Keeps its
+// decoder and buffers from one photo to the next: one object per thread; any
+// thread.
 class CScaledCopier {
 public:
     // Decodes the photo once, at the smallest DCT scale that covers the
@@ -110,11 +112,6 @@ public:
     std::int32_t m_lastOperation = 0;
 
 private:
-    // Writes a scaled copy of the photo's file into a gallery folder (the
-    // operation's text), fitted into width x height. With x and y above 0 a
-    // second copy, fitted into x x y, goes into the folder's "thumbs"
-    // subfolder from the same decode.
-    int ScaledCopy(const COperation& operation, CPhoto& photo);
     int Crop(const COperation& operation, CPhoto& photo);
     int Resize(const COperation& operation, CPhoto& photo);
     int Fail(UiText text);
