@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -17,6 +18,9 @@ namespace tivox::test {
 namespace {
 
 constexpr QRgb kBlack = 0xFF000000u, kRed = 0xFFFF0000u, kGreen = 0xFF00FF00u;
+constexpr QRgb kGray = 0xFF808080u, kDark = 0xFF404040u;
+// White at alpha 120 over gray, black and the dark gray.
+constexpr QRgb kVeiledGray = 0xFFBCBCBCu, kVeiledBlack = 0xFF787878u, kVeiledDark = 0xFF9A9A9Au;
 
 std::unique_ptr<Bitmap> Solid(int width, int height, std::uint32_t argb) {
     auto bitmap = std::make_unique<Bitmap>();
@@ -25,14 +29,12 @@ std::unique_ptr<Bitmap> Solid(int width, int height, std::uint32_t argb) {
     return bitmap;
 }
 
-// Relative luminance, 0 for black and 1 for white, as contrast is judged.
-double Luminance(QRgb pixel) {
-    auto linear = [](int channel) {
-        const double c = channel / 255.0;
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) +
-           0.0722 * linear(qBlue(pixel));
+struct Pixel {
+    QPoint at;
+    QRgb colour;
+};
+Pixel At(int x, int y, QRgb colour) {
+    return {QPoint(x, y), colour};
 }
 
 // A 1024 x 768 screen of 4 x 4 tiles over a status bar of 30: tiles of
@@ -59,6 +61,16 @@ protected:
         QPainter painter(&m_image);
         return m_painter.Paint(painter, clip, m_frame);
     }
+    // Each pixel of the frame against its colour, within 3 a channel.
+    void Expect(std::initializer_list<Pixel> pixels) const {
+        for (const auto& [at, colour] : pixels) {
+            const QRgb got = m_image.pixel(at);
+            const bool near = std::abs(qRed(got) - qRed(colour)) <= 3 &&
+                              std::abs(qGreen(got) - qGreen(colour)) <= 3 &&
+                              std::abs(qBlue(got) - qBlue(colour)) <= 3;
+            EXPECT_TRUE(near) << at.x() << "," << at.y() << ": " << std::hex << got;
+        }
+    }
 
     std::vector<std::unique_ptr<CPhoto>> m_photos;
     FullScreenFrame m_frame;
@@ -68,101 +80,82 @@ protected:
 
 TEST_F(FullScreenPainterTest, TilesVeilTheHoveredOneFrameMarkedOnesAndCrossThoseWithoutPicture) {
     for (int marker : {0, 1, 2})
-        Add(Solid(240, 170, 0xFF808080), marker); // centred at (4, 3) in the box
-    Add(nullptr, 3);                              // not made yet: no frame
-    Add(std::make_unique<Bitmap>(), 1);           // unreadable: nothing but its frame
+        Add(Solid(240, 170, kGray), marker); // centred at (4, 3) in the box
+    Add(nullptr, 3);                         // not made yet: no frame
+    Add(std::make_unique<Bitmap>(), 1);      // unreadable: nothing but its frame
     m_frame.mousePos = {100, 100};
     const PaintedFrame painted = Paint();
     EXPECT_EQ(painted.statusText, QStringLiteral("/photos/photo_0.jpg"));
     EXPECT_FALSE(painted.screenImageMissing);
-    // The veil lies over the whole box of the hovered tile, its black too.
-    EXPECT_NEAR(qRed(m_image.pixel(4 + 124, 5 + 88)), 188, 3);
-    EXPECT_NEAR(qRed(m_image.pixel(4 + 3, 5 + 2)), 120, 3);
-    EXPECT_EQ(m_image.pixel(4 + 248, 5 + 88), kBlack); // the box ends there
-    EXPECT_EQ(m_image.pixel(260 + 124, 5 + 88), 0xFF808080u);
-    EXPECT_EQ(m_image.pixel(260 + 3, 5 + 88), kBlack);
-    EXPECT_EQ(m_image.pixel(260 + 4, 5 + 3), 0xFF808080u);
-    // Frames run two pixels outside the box, all round: a pen of 2 covers
-    // the pixel of its coordinate and the one before.
-    EXPECT_EQ(m_image.pixel(2, 90), kBlack);
-    for (QPoint red : {QPoint(257, 90), QPoint(258, 90), QPoint(510, 90), QPoint(400, 183)})
-        EXPECT_EQ(m_image.pixel(red), kRed) << red.x() << "," << red.y();
-    for (QPoint black : {QPoint(256, 90), QPoint(259, 90), QPoint(511, 90), QPoint(400, 184)})
-        EXPECT_EQ(m_image.pixel(black), kBlack) << black.x() << "," << black.y();
-    EXPECT_EQ(m_image.pixel(514, 2), kGreen);
-    EXPECT_EQ(m_image.pixel(770, 90), kBlack); // no frame without a picture
-    EXPECT_EQ(m_image.pixel(2, 187), kRed);
-    EXPECT_EQ(m_image.pixel(4 + 124, 189 + 88), kBlack);
-    // The crossed box: its border and diagonals gray, the rest black.
-    for (QPoint gray : {QPoint(772, 93), QPoint(834, 49), QPoint(834, 137)})
-        EXPECT_EQ(m_image.pixel(gray), 0xFF808080u) << gray.x() << "," << gray.y();
-    EXPECT_EQ(m_image.pixel(772 + 60, 5 + 88), kBlack);
+    // The veil lies over the whole box of the hovered tile, its black too;
+    // the next tile shows its picture and the black around it.
+    Expect({At(128, 93, kVeiledGray), At(7, 7, kVeiledBlack), At(252, 93, kBlack),
+            At(384, 93, kGray), At(263, 93, kBlack), At(264, 8, kGray)});
+    // Frames run two pixels outside the box, all round; a pen of 2 covers the
+    // pixel of its coordinate and the one before.
+    Expect({At(2, 90, kBlack), At(257, 90, kRed), At(258, 90, kRed), At(510, 90, kRed),
+            At(400, 183, kRed), At(256, 90, kBlack), At(259, 90, kBlack), At(511, 90, kBlack),
+            At(400, 184, kBlack), At(514, 2, kGreen), At(2, 187, kRed), At(128, 277, kBlack)});
+    // The crossed box: its border and diagonals gray, and no frame.
+    Expect({At(772, 93, kGray), At(834, 49, kGray), At(834, 137, kGray), At(832, 93, kBlack),
+            At(770, 90, kBlack)});
     // The hovered path stands on the bar, readable on black (at least 4.5:1).
+    auto luminance = [](int channel) {
+        const double c = channel / 255.0;
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
     double text = 0;
-    for (int y = 738; y < 768; ++y)
-        for (int x = 0; x < 300; ++x)
-            text = std::max(text, Luminance(m_image.pixel(x, y)));
+    for (int y = 738; y < 768; ++y) {
+        for (int x = 0; x < 300; ++x) {
+            const QRgb p = m_image.pixel(x, y);
+            text = std::max(text, 0.2126 * luminance(qRed(p)) + 0.7152 * luminance(qGreen(p)) +
+                                      0.0722 * luminance(qBlue(p)));
+        }
+    }
     EXPECT_GE((text + 0.05) / 0.05, 4.5);
 
     // A frame of one tile leaves the rest and says nothing of the bar.
     m_image.fill(0xFF123456);
     m_frame.mousePos = {256, 100}; // the first column of the next tile
     EXPECT_EQ(Paint(QRect(256, 0, 256, 184)).statusText, std::nullopt);
-    EXPECT_EQ(m_image.pixel(4 + 124, 5 + 88), 0xFF123456u);
-    EXPECT_NEAR(qRed(m_image.pixel(260 + 124, 5 + 88)), 188, 3);
+    Expect({At(128, 93, 0xFF123456), At(384, 93, kVeiledGray)});
     EXPECT_EQ(Paint().statusText, QStringLiteral("/photos/photo_1.jpg"));
-    EXPECT_EQ(m_image.pixel(4 + 124, 5 + 88), 0xFF808080u);
+    Expect({At(128, 93, kGray)});
     m_frame.mousePos = {100, 750}; // the bar hovers no tile
     EXPECT_EQ(Paint().statusText, QString());
-    // The next page starts at pageStart.
     m_frame.pageStart = 4;
     Paint();
-    EXPECT_EQ(m_image.pixel(2, 90), kRed);
-    EXPECT_EQ(m_image.pixel(260 + 124, 5 + 88), kBlack);
+    Expect({At(2, 90, kRed), At(384, 93, kBlack)});
 }
 
 TEST_F(FullScreenPainterTest, SingleViewCentresThePhotoAndVeilsAllButTheCropRectangle) {
     m_frame.singlePhoto = true;
-    CPhoto& photo = Add(Solid(128, 64, 0xFF808080), 1);
+    CPhoto& photo = Add(Solid(128, 64, kGray), 1);
     // Until its picture comes, the thumbnail stands in at screen size.
     PaintedFrame painted = Paint();
     EXPECT_TRUE(painted.screenImageMissing);
     EXPECT_EQ(painted.statusText, std::nullopt);
-    EXPECT_EQ(m_image.pixel(512, 127), kBlack);
-    EXPECT_EQ(m_image.pixel(512, 128), 0xFF808080u);
-    EXPECT_EQ(m_image.pixel(1023, 639), 0xFF808080u);
-    EXPECT_EQ(m_image.pixel(512, 640), kBlack);
+    Expect({At(512, 127, kBlack), At(512, 128, kGray), At(1023, 639, kGray), At(512, 640, kBlack)});
 
-    // Odd leftovers: the spare pixel stays right and below.
-    photo.screenImage = Solid(501, 301, 0xFF404040);
+    // Odd leftovers: the spare pixel stays right and below. The marker
+    // square stands at (20, 20) over the black border.
+    photo.screenImage = Solid(501, 301, kDark);
     EXPECT_FALSE(Paint().screenImageMissing);
-    EXPECT_EQ(m_image.pixel(260, 400), kBlack);
-    EXPECT_EQ(m_image.pixel(261, 233), 0xFF404040u);
-    EXPECT_EQ(m_image.pixel(761, 533), 0xFF404040u);
-    EXPECT_EQ(m_image.pixel(762, 400), kBlack);
-    EXPECT_EQ(m_image.pixel(500, 232), kBlack);
-    EXPECT_EQ(m_image.pixel(500, 534), kBlack);
-    // The marker square stands at (20, 20) over the black border.
-    for (QPoint red : {QPoint(25, 19), QPoint(25, 20), QPoint(30, 25)})
-        EXPECT_EQ(m_image.pixel(red), kRed) << red.x() << "," << red.y();
-    EXPECT_EQ(m_image.pixel(31, 25), kBlack);
+    Expect({At(260, 400, kBlack), At(261, 233, kDark), At(761, 533, kDark), At(762, 400, kBlack),
+            At(500, 232, kBlack), At(500, 534, kBlack), At(25, 19, kRed), At(25, 20, kRed),
+            At(30, 25, kRed), At(31, 25, kBlack)});
 
     m_frame.cropVeil = true;
     m_frame.cropRect = {300, 250, 200, 100};
     Paint();
-    for (QPoint inside : {QPoint(300, 250), QPoint(499, 349)})
-        EXPECT_EQ(m_image.pixel(inside), 0xFF404040u) << inside.x() << "," << inside.y();
-    for (QPoint band : {QPoint(299, 300), QPoint(500, 300), QPoint(400, 249), QPoint(400, 350)})
-        EXPECT_NEAR(qRed(m_image.pixel(band)), 0x40 + 90, 3) << band.x() << "," << band.y();
-    EXPECT_NEAR(qRed(m_image.pixel(100, 100)), 120, 3); // the border veiled too
-    EXPECT_NEAR(qRed(m_image.pixel(1000, 700)), 120, 3);
+    Expect({At(300, 250, kDark), At(499, 349, kDark), At(299, 300, kVeiledDark),
+            At(500, 300, kVeiledDark), At(400, 249, kVeiledDark), At(400, 350, kVeiledDark),
+            At(100, 100, kVeiledBlack), At(1000, 700, kVeiledBlack), At(25, 20, kRed)});
 
     // Past the end of the list the screen stays black and asks for nothing.
     m_frame.currentIndex = 1;
-    painted = Paint();
-    EXPECT_FALSE(painted.screenImageMissing);
-    EXPECT_EQ(m_image.pixel(25, 20), kBlack);
-    EXPECT_EQ(m_image.pixel(400, 300), kBlack);
+    EXPECT_FALSE(Paint().screenImageMissing);
+    Expect({At(25, 20, kBlack), At(400, 300, kBlack)});
 }
 
 } // namespace
