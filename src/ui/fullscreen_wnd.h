@@ -5,7 +5,8 @@
 // Operations window. The object lives as long as its owner; the window itself
 // is created at each opening (Create) and taken down at each closing
 // (DestroyWindow), which stops the thumbnail worker before the list is
-// cleared.
+// cleared. It wires: CFullScreenPainter paints the frame it describes, and
+// its key and mouse handlers live in fullscreen_input.cpp.
 //
 // Threads: everything runs on the GUI thread except InvalidateTile, which the
 // thumbnail worker calls; it only posts the repaint to the GUI thread.
