@@ -111,7 +111,7 @@ bool AppendRest(int fd, std::vector<std::uint8_t>& bytes, std::size_t sizeHint) 
 }
 
 bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size_t size,
-                    std::string& error, bool sync) {
+                    std::string& error) {
     OpsFd fd(SystemFileOps(), ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
     if (fd.get() < 0) {
         error = Describe("cannot create", path);
@@ -127,10 +127,6 @@ bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size
             return false;
         }
         done += std::size_t(n);
-    }
-    if (sync && ::fsync(fd.get()) != 0) {
-        error = Describe("cannot flush", path);
-        return false;
     }
     if (!fd.Close()) {
         error = Describe("cannot close", path);

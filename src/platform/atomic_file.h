@@ -26,11 +26,10 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::vector<std::
 // grows or shrinks meanwhile. False with errno set on a read error.
 bool AppendRest(int fd, std::vector<std::uint8_t>& bytes, std::size_t sizeHint = 0);
 
-// Creates or truncates `path` and writes `size` bytes to it. With `sync` the
-// data is flushed to the disc before the file is closed. For new files only:
-// a photo is replaced with WriteFileDurably.
+// Creates or truncates `path` and writes `size` bytes to it. For new files
+// only: a photo is replaced with WriteFileDurably.
 bool WriteWholeFile(const std::string& path, const std::uint8_t* data, std::size_t size,
-                    std::string& error, bool sync = false);
+                    std::string& error);
 
 // Writes `size` bytes over the file at `path` (or creates it) so that the name
 // holds either the old file or the whole new one, also after a crash. The
