@@ -197,11 +197,9 @@ TEST(ExifParser, HeaderRefusals) {
     // Payloads too short for their header fields.
     const Bytes full = ExifPayload(TiffIfd());
     const std::pair<std::size_t, const char*> cuts[] = {
-        {0, "Incorrect Exif header"},
-        {5, "Incorrect Exif header"},
-        {7, "Invalid Exif alignment marker."},
-        {9, "Invalid Exif start (1)"},
-        {13, "Suspicious offset of first IFD value"},
+        {0, "Incorrect Exif header"},          {5, "Incorrect Exif header"},
+        {6, "Invalid Exif alignment marker."}, {7, "Invalid Exif alignment marker."},
+        {9, "Invalid Exif start (1)"},         {13, "Suspicious offset of first IFD value"},
         {15, "Illegally sized directory"}};
     for (const auto& [n, error] : cuts) {
         const Parsed p = ParsePayload(Truncated(full, n));
@@ -303,11 +301,14 @@ TEST(ExifParser, ThumbnailReference) {
     EXPECT_EQ(std::memcmp(r.ThumbnailData, camera.thumbnail.data(), camera.thumbnail.size()), 0);
     EXPECT_FLOAT_EQ(r.Xresolution, 180.0f); // the thumbnail directory came later and wins
 
-    // A thumbnail reaching beyond the data is no thumbnail.
-    CExifReader beyond(nullptr);
-    ASSERT_TRUE(ReadBytes(
-        beyond, ExifHead(ExifPayload(TiffIfd().Long(0x0201, {8}).Long(0x0202, {100000})))));
-    EXPECT_EQ(beyond.record->ThumbnailData, nullptr);
+    // Reaching beyond the data, at offset 0 (the TIFF header) or without a
+    // length, it is no thumbnail.
+    for (auto [offset, size] : {std::pair{8u, 100000u}, {0u, 16u}, {8u, 0u}}) {
+        CExifReader other(nullptr);
+        ASSERT_TRUE(ReadBytes(
+            other, ExifHead(ExifPayload(TiffIfd().Long(0x0201, {offset}).Long(0x0202, {size})))));
+        EXPECT_EQ(other.record->ThumbnailData, nullptr) << offset << " " << size;
+    }
 }
 
 TEST(ExifParser, SecondExifSectionOverwritesWhatItTouches) {

@@ -98,6 +98,8 @@ TEST_F(EditTest, CommitRunsThePassesInFixedOrder) {
 
 TEST_F(EditTest, SecondCropCutsThePreviewAgainButCommitTakesOnlyTheLast) {
     Show(640, 480);
+    // After a colour reset too: the crop is no colour step that starts afresh.
+    processor.Execute(COperation::Plain(opResetColor), &photo, false);
     ASSERT_EQ(processor.Execute(COperation::Crop(0, 0, 160, 120), &photo, false), 0);
     ASSERT_EQ(processor.Execute(COperation::Crop(160, 120, 160, 120), &photo, false), 0);
     EXPECT_EQ(photo.edits.colorPending, 1); // a crop records the colour state too
@@ -250,6 +252,7 @@ TEST_F(EditTest, BadOperationsFailClearlyOrDoNothingAndRecordNothing) {
         {"crop off the picture", COperation::Crop(2000, 2000, 50, 50)},
         {"resize above the memory budget", COperation::Resize(50000, 50000)},
         {"resize to nothing", COperation::Resize(0, 10)},
+        {"resize to no height", COperation::Resize(10, 0)},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(processor.Execute(c.op, &photo, false), -1) << c.name;

@@ -6,10 +6,10 @@
 #include <cstring>
 #include <filesystem>
 
+#include "photo_writer/test_jpeg.h"
 #include "photos/photo.h"
 #include "platform/pnm_io.h"
 #include "support/batch_runner.h"
-#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {
@@ -47,7 +47,15 @@ TEST_F(BatchPhotos, ThumbsWritesTheWorkersPictures) {
     photo.SetPath(in + "/a.jpg");
     Bitmap* thumb = photo.MakeThumbnail({48, 48});
     EXPECT_EQ(0, std::memcmp(thumb->Data(), a.Data(), a.ByteSize()));
-    EXPECT_EQ(RunBatch({"thumbs", in, "--out", out}), 2);
+    // Each option missing or wrong, or a second folder, is a usage error.
+    const std::vector<std::vector<std::string>> wrong = {
+        {"thumbs", in, "--out", out},
+        {"thumbs", in, "--box", "48x48"},
+        {"thumbs", in, in, "--box", "48x48", "--out", out},
+        {"thumbs", in, "--box", "48x48", "--out", out, "--quality", "0"},
+        {"thumbs", in, "--box", "48x48", "--out", out, "--ext", "png"}};
+    for (const auto& args : wrong)
+        EXPECT_EQ(RunBatch(args), 2) << args.size() << " " << args.back();
 }
 
 TEST_F(BatchPhotos, ShowReadsPpmAndWritesPam) {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstring>
 
-#include "platform/jpeg_codec.h"
 #include "photo_writer/photo_pixels.h"
+#include "platform/jpeg_codec.h"
 
 namespace tivox {
 namespace {
@@ -31,6 +31,7 @@ TEST(FitInto, KeepsAspectWithFloatRounding) {
 
 TEST(ScaledDecodeSize, SmallestDctScaleCoveringTheTarget) {
     EXPECT_EQ(ScaledDecodeSize({6000, 4000}, {393, 262}), (Size{750, 500}));     // 1/8
+    EXPECT_EQ(ScaledDecodeSize({6000, 4000}, {750, 500}), (Size{750, 500}));     // exactly
     EXPECT_EQ(ScaledDecodeSize({6000, 4000}, {1620, 1080}), (Size{2250, 1500})); // 3/8
     EXPECT_EQ(ScaledDecodeSize({6000, 4000}, {751, 262}), (Size{1500, 1000}));   // 2/8
     EXPECT_EQ(ScaledDecodeSize({600, 400}, {1200, 800}), (Size{600, 400}));      // never enlarges
