@@ -98,6 +98,9 @@ public:
     // The photo in question: the one shown, or in tile mode the one under the
     // mouse. Null without one; without a list it says so in a message box.
     CPhoto* GetCurrentPhoto() override;
+    // The picture of the photo in question, if it has one; in the single
+    // view waits for one on its way, for the tools that work on it.
+    Bitmap* CurrentScreenImage();
     BitmapRecycler* GetBitmapRecycler() override { return &m_recycler; }
 
     // Input and tools.
@@ -158,9 +161,6 @@ private:
     void AskForCrop();
     void ShowImageOpsDlg(const QPoint& globalPos);
     bool CurrentIsPortrait();
-    // The picture of the photo in question, if it has one; in the single
-    // view waits for one on its way.
-    Bitmap* CurrentScreenImage();
     // The single view's picture comes from the maker's thread; until it is
     // there the photo's thumbnail stands in, enlarged.
     void RequestScreenImage(const CPhoto& photo);

@@ -166,22 +166,22 @@ void CPhotoPage::OnKeepAspect() {
 }
 
 void CPhotoPage::HeightFromWidth() {
-    CPhoto* photo = m_dlg->Window()->GetCurrentPhoto();
-    if (!photo || !photo->screenImage || photo->screenImage->IsEmpty()) {
+    const Bitmap* image = m_dlg->Window()->CurrentScreenImage();
+    if (!image || image->IsEmpty()) {
         return;
     }
-    const Bitmap& shown = *photo->screenImage;
+    const Bitmap& shown = *image;
     const int width = m_widthEdit->text().trimmed().toInt();
     m_heightEdit->setText(
         QString::number(tivox::HeightFromWidth(width, {shown.Width(), shown.Height()})));
 }
 
 void CPhotoPage::WidthFromHeight() {
-    CPhoto* photo = m_dlg->Window()->GetCurrentPhoto();
-    if (!photo || !photo->screenImage || photo->screenImage->IsEmpty()) {
+    const Bitmap* image = m_dlg->Window()->CurrentScreenImage();
+    if (!image || image->IsEmpty()) {
         return;
     }
-    const Bitmap& shown = *photo->screenImage;
+    const Bitmap& shown = *image;
     const int height = m_heightEdit->text().trimmed().toInt();
     m_widthEdit->setText(
         QString::number(tivox::WidthFromHeight(height, {shown.Width(), shown.Height()})));
