@@ -171,6 +171,8 @@ TEST(KeepAspect, FromThePictureOnTheScreen) {
 
 TEST(StatusText, LongPathsLoseTheirFront) {
     EXPECT_EQ(StatusTextOf("/photos/a.jpg"), "/photos/a.jpg");
+    const std::string fits(kStatusTextChars, 'x'); // exactly as long as the bar allows
+    EXPECT_EQ(StatusTextOf(fits), fits);
     const std::string name = "/IMG_0001.jpg";
     const std::string cut = StatusTextOf(std::string(400, 'x') + name);
     EXPECT_EQ(cut.size(), kStatusTextChars);

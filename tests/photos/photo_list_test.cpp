@@ -11,9 +11,9 @@
 #include <latch>
 #include <thread>
 
+#include "photo_writer/test_jpeg.h"
 #include "photos/photo_list.h"
 #include "support/fake_edit_host.h"
-#include "photo_writer/test_jpeg.h"
 
 namespace tivox {
 namespace {
@@ -37,8 +37,8 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgFilesInAnyCase) {
     test::TempDir dir;
     for (const char* sub : {"m", "q.jpg", "m/deep", "empty"})
         fs::create_directory(dir.File(sub));
-    for (const char* f : {"n.Jpg", "b.JPG", "a.jpg", "x.jpeg", "x.jpg.bak", "m/z.jpg", "m/y.jpg",
-                          "m/deep/k.jpg", "q.jpg/p.jpg", "readme.txt"})
+    for (const char* f : {"n.Jpg", "b.JPG", "a.jpg", ".jpg", "x.jpeg", "x.jpg.bak", "m/z.jpg",
+                          "m/y.jpg", "m/deep/k.jpg", "q.jpg/p.jpg", "readme.txt", "jpg"})
         ASSERT_TRUE(test::WriteFile(dir.File(f), {}));
     fs::create_directory_symlink(".", dir.File("self"));
     fs::create_directory_symlink("m", dir.File("m2.jpg"));
@@ -51,8 +51,8 @@ TEST(PhotoList, ScanIsSortedDepthFirstAndTakesOnlyJpgFilesInAnyCase) {
         Names names;
         for (int i = 0; i < list.Count(); ++i)
             names.push_back(list.PhotoAt(i)->path.substr(dir.path().size() + 1));
-        EXPECT_EQ(names, (Names{"a.jpg", "b.JPG", "c.jpg", "m/deep/k.jpg", "m/y.jpg", "m/z.jpg",
-                                "n.Jpg", "q.jpg/p.jpg"}));
+        EXPECT_EQ(names, (Names{".jpg", "a.jpg", "b.JPG", "c.jpg", "m/deep/k.jpg", "m/y.jpg",
+                                "m/z.jpg", "n.Jpg", "q.jpg/p.jpg"}));
     }
     for (const std::string& folder : {dir.File("empty"), dir.File("missing")}) {
         CPhotoList list;
