@@ -199,7 +199,8 @@ TEST(ExifParser, HeaderRefusals) {
     const std::pair<std::size_t, const char*> cuts[] = {
         {0, "Incorrect Exif header"},          {5, "Incorrect Exif header"},
         {6, "Invalid Exif alignment marker."}, {7, "Invalid Exif alignment marker."},
-        {9, "Invalid Exif start (1)"},         {13, "Suspicious offset of first IFD value"},
+        {9, "Invalid Exif start (1)"},
+        {10, "Suspicious offset of first IFD value"},         {13, "Suspicious offset of first IFD value"},
         {15, "Illegally sized directory"}};
     for (const auto& [n, error] : cuts) {
         const Parsed p = ParsePayload(Truncated(full, n));
