@@ -200,11 +200,16 @@ TEST(ExifUpdate, AnEditKeepsMetadataBehindALongHead) {
     TempDir dir;
     TestJpegOptions o = Picture(64, 48);
     o.exif = CameraExifPayload(CameraExif{});
-    for (int i = 0; i < 5; ++i)
-        o.extra.push_back({0xE2, Bytes(65000, 0x20)});
+    Segment filler;
+    filler.marker = 0xE2;
+    filler.payload = Bytes(65000, 0x20);
+    o.extra.assign(5, filler);
     const std::string xmp = std::string("http://ns.adobe.com/xap/1.0/") + '\0' +
                             "<x:xmpmeta xmlns:x='adobe:ns:meta/'>far behind</x:xmpmeta>";
-    o.extra.push_back({0xE1, Bytes(xmp.begin(), xmp.end())});
+    Segment packet;
+    packet.marker = 0xE1;
+    packet.payload = Bytes(xmp.begin(), xmp.end());
+    o.extra.push_back(packet);
     ASSERT_TRUE(WriteFile(dir.File("a.jpg"), MakeJpeg(o)));
     Bitmap picture;
     ASSERT_TRUE(picture.Reset(64, 48));
